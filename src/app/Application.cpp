@@ -1,0 +1,33 @@
+#include "app/Application.h"
+
+#include <exception>
+#include <utility>
+
+Application::Application(int &argc, char **argv)
+    : QApplication(argc, argv)
+{
+}
+
+void Application::setFailureReporter(std::function<void(const QString &)> newReporter)
+{
+    reporter = std::move(newReporter);
+}
+
+bool Application::notify(QObject *receiver, QEvent *event)
+{
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (const std::exception &failure) {
+        report(QString::fromLocal8Bit(failure.what()));
+    } catch (...) {
+        report(QStringLiteral("unknown failure"));
+    }
+    return true;
+}
+
+void Application::report(const QString &what) const
+{
+    if (reporter) {
+        reporter(QStringLiteral("Unexpected error: ") + what);
+    }
+}

@@ -1,0 +1,186 @@
+// The one window of the program, and the map of everything that is visible in it.
+#pragma once
+
+#include <QColor>
+#include <QMainWindow>
+#include <QPoint>
+#include <array>
+
+class AnimatedNav;
+class PCConfigPage;
+class PageTransitions;
+class ParticleCanvas;
+class ProcessWatcherWidget;
+class QFrame;
+class QLabel;
+class QProgressBar;
+class QSlider;
+class QStackedWidget;
+class QTextEdit;
+class QTimer;
+class QToolButton;
+class QVariantAnimation;
+class SidebarNav;
+
+// Frameless, translucent, rounded, always 1100 x 680: a title bar that it is dragged by, the sidebar, and a stack of
+// eight pages above a moving background. Owns all of it through the widget tree. GUI thread.
+//
+// Dynamic properties, read by everything that animates: "perfMode" (0 "Low Memory", 1 "Middle", 2 "High") and
+// "lowMemoryMode" (bool).
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    enum Page { DashboardPage, CleanerPage, StartupPage, ProcWatchPage, PcConfigPage, NetworkPage, SettingsPage, LogsPage };
+
+    explicit MainWindow(QWidget *parent = nullptr);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+    // Appends "[hh:mm:ss] message" to both log views, as plain text. Lost silently before the views exist.
+    void log(const QString &message);
+
+    // Clamps `accentColor` (see theme::clampedAccent) and gives it to the style sheet, palette, font and sidebar. Does
+    // nothing before the root surface exists.
+    void applyTheme();
+
+    // Rounds the window's corners off (radius 16, without smoothing).
+    void updateWindowMask();
+
+    // Asks the desktop for a blur behind the window; none in low-memory mode.
+    void applyNativeAcrylic();
+
+    // Makes the widget glow stronger under the cursor. Null is ignored.
+    void registerHoverLift(QWidget *widget);
+
+    // A dormant way to drive the sidebar's width by the cursor's place in the window; no event reaches it.
+    void setSidebarExpanded(bool expanded, bool animate);
+    void updateSidebarByCursor(const QPoint &globalPosition);
+    void applySidebarButtonMode(bool expanded, bool animate);
+
+public slots:
+    void onNavChanged(int index);
+    void onShowLogFromToast(); // focuses the activity log at its newest line; switches no page
+
+    void updateSystemStats(); // both cards, each on its own, then the clock
+    void updateLiveDateTime();
+    void refreshLiveLocationWeather();
+
+    void onAccentHueChanged(int hue); // 0 to 359
+    void onAccentSaturationChanged(int saturation); // 0 to 255
+    void onAccentValueChanged(int value); // 0 to 255
+    void onRandomizeTheme();
+    void onAutoColorShiftToggled(bool on);
+
+    void pulsePrimaryButtons();
+    void tickParticles();
+
+public:
+    // The frame.
+    QWidget *rootSurface = nullptr;
+    QFrame *windowSurface = nullptr;
+    QFrame *titleBar = nullptr;
+    QLabel *titleLabel = nullptr;
+    QToolButton *minimizeButton = nullptr;
+    QToolButton *closeButton = nullptr;
+    QWidget *contentLayer = nullptr;
+    AnimatedNav *animatedNav = nullptr;
+    SidebarNav *sidebar = nullptr; // the same object
+    QStackedWidget *pageStack = nullptr;
+    PageTransitions *pageTransitions = nullptr;
+    ParticleCanvas *particleCanvas = nullptr;
+    PCConfigPage *pcConfigPage = nullptr;
+    ProcessWatcherWidget *processWatcher = nullptr;
+
+    struct Dashboard
+    {
+        QWidget *page = nullptr;
+        QLabel *ramValue = nullptr;
+        QProgressBar *ramBar = nullptr; // may be null, like the next
+        QLabel *diskValue = nullptr;
+        QProgressBar *diskBar = nullptr;
+        QLabel *time = nullptr;
+        QLabel *date = nullptr;
+        QLabel *location = nullptr;
+        QLabel *weather = nullptr;
+    } dashboard;
+
+    struct Settings
+    {
+        QWidget *page = nullptr;
+        QSlider *hue = nullptr; // null until the page has them; the slots then use the initial accent's values
+        QSlider *saturation = nullptr;
+        QSlider *brightness = nullptr;
+    } settings;
+
+    QWidget *cleanerPage = nullptr;
+    QWidget *startupPage = nullptr;
+    QWidget *networkPage = nullptr;
+    QWidget *logsPage = nullptr;
+    QTextEdit *activityLogView = nullptr; // Cleaner page
+    QTextEdit *historyLogView = nullptr; // Logs page
+
+    struct Timers
+    {
+        QTimer *pulse = nullptr;
+        QTimer *statistics = nullptr;
+        QTimer *locationWeather = nullptr;
+        QTimer *particles = nullptr;
+    } timers;
+
+    QColor accentColor;
+    double pulsePhase = 0.0; // radians; a kept hook, nothing is drawn from it
+
+    // The dormant sidebar path's parts; nothing creates the pointers.
+    struct DormantSidebar
+    {
+        bool expanded = false;
+        int collapsedWidth = 84;
+        int expandedWidth = 248;
+        int cursorMargin = 120; // px to the right of the sidebar that still count as over it
+        std::array<QToolButton *, 5> navButtons {};
+        QTimer *collapseTimer = nullptr;
+        QVariantAnimation *widthAnimation = nullptr;
+    } dormantSidebar;
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void setupWindow();
+    void setupSurfaces();
+    void setupTitleBar();
+    void setupContentLayer();
+    void setupSidebar();
+    void setupPages();
+    void setupDashboardPage();
+    void setupCleanerPage();
+    void setupStartupPage();
+    void setupNetworkPage();
+    void setupLogsPage();
+    void setupSettingsPage();
+    void assembleWindow();
+    void setupBackground();
+    void setupConnections();
+    void setupTimers();
+    void setupInitialState();
+    void setupHoverLift();
+    void queueFirstRuns();
+
+    QTimer *createTimer(std::chrono::milliseconds interval, void (MainWindow::*slot)());
+    void updateRamCard();
+    void updateDiskCard();
+
+    bool startDragging(const QPoint &globalPosition);
+    void dragTo(const QPoint &globalPosition);
+    bool filterTitleBarEvent(QEvent *event);
+    void liftOnHover(QObject *watched, const QEvent &event) const;
+    void setAccent(const QColor &accent);
+
+    bool dragging = false;
+    QPoint dragOffset; // from the window's top-left corner to the cursor, at the press
+};

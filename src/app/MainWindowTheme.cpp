@@ -1,0 +1,105 @@
+// The accent colour: where it comes from and where it goes.
+#include "app/MainWindow.h"
+
+#include "ui/AnimatedNav.h"
+#include "ui/ParticleCanvas.h"
+#include "ui/Theme.h"
+
+#include <QRandomGenerator>
+#include <QSlider>
+
+namespace {
+
+constexpr double kPulseStep = 0.06; // radians per tick
+constexpr double kFullTurn = 6.28318;
+
+constexpr int kOpaque = 255;
+constexpr int kHues = 360;
+constexpr int kRandomSaturationFrom = 90;
+constexpr int kRandomSaturations = 166;
+constexpr int kRandomBrightnessFrom = 160;
+constexpr int kRandomBrightnesses = 96;
+
+int valueOr(const QSlider *slider, int fallback)
+{
+    return slider != nullptr ? slider->value() : fallback;
+}
+
+void setIfPresent(QSlider *slider, int value)
+{
+    if (slider != nullptr) {
+        slider->setValue(value);
+    }
+}
+
+} // namespace
+
+void MainWindow::applyTheme()
+{
+    if (rootSurface == nullptr) {
+        return;
+    }
+    accentColor = theme::clampedAccent(accentColor);
+    // Palette and font first: setting the sheet then polishes every widget once, with all three.
+    rootSurface->setPalette(theme::palette(accentColor));
+    rootSurface->setFont(theme::font());
+    rootSurface->setStyleSheet(theme::styleSheet(accentColor));
+    if (sidebar != nullptr) {
+        sidebar->setAccentColor(accentColor);
+    }
+}
+
+void MainWindow::setAccent(const QColor &accent)
+{
+    accentColor = accent;
+    applyTheme();
+    if (particleCanvas != nullptr) {
+        particleCanvas->accentColor = accentColor;
+        particleCanvas->update();
+    }
+}
+
+void MainWindow::onAccentHueChanged(int hue)
+{
+    setAccent(QColor::fromHsv(hue, valueOr(settings.saturation, theme::kInitialSaturation),
+                              valueOr(settings.brightness, theme::kInitialBrightness), kOpaque));
+}
+
+void MainWindow::onAccentSaturationChanged(int saturation)
+{
+    setAccent(QColor::fromHsv(valueOr(settings.hue, theme::kInitialHue), saturation,
+                              valueOr(settings.brightness, theme::kInitialBrightness), kOpaque));
+}
+
+void MainWindow::onAccentValueChanged(int value)
+{
+    setAccent(QColor::fromHsv(valueOr(settings.hue, theme::kInitialHue),
+                              valueOr(settings.saturation, theme::kInitialSaturation), value, kOpaque));
+}
+
+void MainWindow::onRandomizeTheme()
+{
+    auto &random = *QRandomGenerator64::global();
+    const int hue = random.bounded(kHues);
+    const int saturation = kRandomSaturationFrom + random.bounded(kRandomSaturations);
+    const int brightness = kRandomBrightnessFrom + random.bounded(kRandomBrightnesses);
+    setIfPresent(settings.hue, hue);
+    setIfPresent(settings.saturation, saturation);
+    setIfPresent(settings.brightness, brightness);
+}
+
+void MainWindow::onAutoColorShiftToggled(bool on)
+{
+    if (particleCanvas != nullptr) {
+        particleCanvas->autoColorShift = on;
+    }
+}
+
+void MainWindow::pulsePrimaryButtons()
+{
+    if (property("perfMode").toInt() == 0) {
+        return;
+    }
+    const double next = pulsePhase + kPulseStep;
+    pulsePhase = next > kFullTurn ? 0.0 : next;
+}

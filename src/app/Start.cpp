@@ -1,0 +1,20 @@
+#include "app/Start.h"
+
+#include "app/Application.h"
+#include "app/MainWindow.h"
+
+#include <QCursor>
+#include <memory>
+
+int qMain(int argc, char **argv)
+{
+    Application application(argc, argv);
+    QApplication::setOverrideCursor(QCursor(Qt::WaitCursor));
+    const std::unique_ptr<MainWindow> window(new MainWindow(nullptr));
+    application.setFailureReporter([&window](const QString &line) { window->log(line); });
+    QApplication::restoreOverrideCursor();
+    window->show();
+    const int result = QApplication::exec();
+    application.setFailureReporter({}); // the window goes first
+    return result;
+}

@@ -1,0 +1,6 @@
+#include "ui/AnimatedNav.h"
+
+AnimatedNav::AnimatedNav(QWidget *parent)
+    : SidebarNav(parent)
+{
+}

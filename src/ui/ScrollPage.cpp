@@ -1,0 +1,36 @@
+#include "ui/ScrollPage.h"
+
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int kCardSpacing = 16;
+
+} // namespace
+
+ScrollPage::ScrollPage(QWidget *parent)
+    : QScrollArea(parent)
+{
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus);
+
+    auto *content = new QWidget(this);
+    auto *layout = new QVBoxLayout(content);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(kCardSpacing);
+    setWidget(content);
+    content->setAutoFillBackground(false); // setWidget() switched it on
+    viewport()->setAutoFillBackground(false);
+}
+
+QVBoxLayout *ScrollPage::contentLayout() const
+{
+    return qobject_cast<QVBoxLayout *>(widget()->layout());
+}
+
+QSize ScrollPage::minimumSizeHint() const
+{
+    return {0, 0};
+}

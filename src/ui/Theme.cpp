@@ -1,0 +1,114 @@
+#include "ui/Theme.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace theme {
+
+namespace {
+
+constexpr int kOpaque = 255;
+constexpr int kFontPixels = 13;
+
+QColor textColor() { return {0xf2, 0xf6, 0xff}; }
+QColor quietTextColor() { return {0xa9, 0xb8, 0xd3}; }
+QColor disabledTextColor() { return {0x8d, 0x9c, 0xb8}; }
+QColor windowColor() { return {12, 22, 42}; }
+QColor baseColor() { return {9, 18, 34, 150}; }
+QColor alternateBaseColor() { return {20, 34, 58, 150}; }
+QColor buttonColor() { return {20, 34, 58}; }
+QColor tipColor() { return {14, 27, 52}; }
+QColor shadeColor() { return {6, 11, 22}; }
+
+// Black or white, whichever is read better on `background` (relative luminance, threshold of equal contrast).
+QColor readableOn(const QColor &background)
+{
+    constexpr double kEqualContrast = 0.179;
+    const auto linear = [](double channel) {
+        return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+    };
+    const double luminance = 0.2126 * linear(background.redF()) + 0.7152 * linear(background.greenF())
+        + 0.0722 * linear(background.blueF());
+    return luminance > kEqualContrast ? shadeColor() : QColor(Qt::white);
+}
+
+void setTextRoles(QPalette &palette)
+{
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
+        palette.setColor(role, textColor());
+        palette.setColor(QPalette::Disabled, role, disabledTextColor());
+    }
+    palette.setColor(QPalette::BrightText, Qt::white);
+    palette.setColor(QPalette::PlaceholderText, quietTextColor());
+}
+
+void setSurfaceRoles(QPalette &palette)
+{
+    palette.setColor(QPalette::Window, windowColor());
+    palette.setColor(QPalette::Base, baseColor());
+    palette.setColor(QPalette::AlternateBase, alternateBaseColor());
+    palette.setColor(QPalette::ToolTipBase, tipColor());
+    palette.setColor(QPalette::Button, buttonColor());
+    palette.setColor(QPalette::Light, buttonColor().lighter(170));
+    palette.setColor(QPalette::Midlight, buttonColor().lighter(135));
+    palette.setColor(QPalette::Mid, buttonColor().darker(120));
+    palette.setColor(QPalette::Dark, buttonColor().darker(160));
+    palette.setColor(QPalette::Shadow, shadeColor());
+}
+
+} // namespace
+
+QColor initialAccent()
+{
+    return QColor::fromHsv(kInitialHue, kInitialSaturation, kInitialBrightness, kOpaque);
+}
+
+QColor clampedAccent(const QColor &wanted)
+{
+    const int hue = wanted.hsvHue() < 0 ? kInitialHue : wanted.hsvHue();
+    return QColor::fromHsv(hue, std::clamp(wanted.hsvSaturation(), kSmallestSaturation, 255),
+                           std::clamp(wanted.value(), kSmallestBrightness, 255), kOpaque);
+}
+
+QColor highlightFor(const QColor &accent)
+{
+    constexpr int kLessSaturation = 70;
+    constexpr int kSmallestHighlightSaturation = 15;
+    constexpr int kMoreBrightness = 16;
+    return QColor::fromHsv(accent.hsvHue(),
+                           std::max(accent.hsvSaturation() - kLessSaturation, kSmallestHighlightSaturation),
+                           std::min(accent.value() + kMoreBrightness, 255), kOpaque);
+}
+
+QString styleSheet(const QColor &accent)
+{
+    const QColor highlight = highlightFor(accent);
+    return styleSheetTemplate()
+        .arg(accent.red())
+        .arg(accent.green())
+        .arg(accent.blue())
+        .arg(highlight.red())
+        .arg(highlight.green())
+        .arg(highlight.blue());
+}
+
+QPalette palette(const QColor &accent)
+{
+    QPalette palette;
+    setTextRoles(palette);
+    setSurfaceRoles(palette);
+    palette.setColor(QPalette::Highlight, accent);
+    palette.setColor(QPalette::HighlightedText, readableOn(accent));
+    palette.setColor(QPalette::Link, highlightFor(accent));
+    palette.setColor(QPalette::LinkVisited, highlightFor(accent));
+    return palette;
+}
+
+QFont font()
+{
+    QFont font(QStringLiteral("Segoe UI"));
+    font.setPixelSize(kFontPixels);
+    return font;
+}
+
+} // namespace theme

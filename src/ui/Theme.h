@@ -1,0 +1,36 @@
+// The program's look: one accent colour, the highlight derived from it, and what both are filled into.
+// Pure functions, GUI thread (fonts and palettes need the application object).
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QPalette>
+#include <QString>
+
+namespace theme {
+
+constexpr int kInitialHue = 205; // degrees
+constexpr int kInitialSaturation = 133; // 0 to 255, as all saturations and brightnesses here
+constexpr int kInitialBrightness = 255;
+constexpr int kSmallestSaturation = 20;
+constexpr int kSmallestBrightness = 90;
+
+QColor initialAccent();
+
+// The accent that is really used: opaque, hue 205 when `wanted` has none (hsvHue() below 0), saturation at least 20,
+// brightness at least 90.
+QColor clampedAccent(const QColor &wanted);
+
+// Same hue, saturation 70 lower (at least 15), brightness 16 higher (at most 255).
+QColor highlightFor(const QColor &accent);
+
+// The style sheet with its six placeholders, and filled for an accent.
+QString styleSheetTemplate();
+QString styleSheet(const QColor &accent);
+
+// What the style sheet leaves to the platform, made to fit: light text on dark translucent bases, whatever the
+// platform's own colours are; the accent marks selections. For the root surface, whose children inherit both.
+QPalette palette(const QColor &accent);
+QFont font();
+
+} // namespace theme
