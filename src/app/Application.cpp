@@ -5,8 +5,7 @@
 
 Application::Application(int &argc, char **argv)
     : QApplication(argc, argv)
-{
-}
+{ }
 
 void Application::setFailureReporter(std::function<void(const QString &)> newReporter)
 {

@@ -6,6 +6,7 @@
 #include "ui/ScrollPage.h"
 
 #include <QTextEdit>
+#include <QStackedWidget>
 #include <QVBoxLayout>
 
 void MainWindow::setupCleanerPage()

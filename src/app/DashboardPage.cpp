@@ -12,6 +12,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QProgressBar>
+#include <QStackedWidget>
 #include <QVBoxLayout>
 
 namespace {
@@ -20,12 +21,17 @@ constexpr int kGridSpacing = 16;
 constexpr int kStatGlowRadius = 26;
 constexpr int kFull = 100; // percent
 
-QString unknownText() { return QStringLiteral("--"); }
+QString unknownText()
+{
+    return QStringLiteral("--");
+}
 
 QLabel *addLabel(GlassCard *card, const QString &text, const QString &objectName = {})
 {
     auto *label = new QLabel(text, card);
     label->setTextFormat(Qt::PlainText);
+    label->setIndent(0); // in line with the title also where the style sheet gives the label a box
+    label->setWordWrap(true); // where the fonts are wide
     label->setObjectName(objectName);
     card->layout()->addWidget(label);
     return label;
@@ -66,8 +72,9 @@ void MainWindow::setupDashboardPage()
     dashboard.page = page;
 
     GlassCard *head = createGlassCard(page, QStringLiteral("Dashboard"));
-    addLabel(head, QStringLiteral("Premium safe optimizer: live system stats and trusted maintenance actions only."))
-        ->setWordWrap(true);
+    addLabel(head,
+             QStringLiteral(
+                 "Premium safe optimizer: live system stats and trusted maintenance actions only."));
     applyGlow(head, standardGlowColor(), kStandardGlowRadius);
     page->contentLayout()->addWidget(head);
 
@@ -117,9 +124,10 @@ void MainWindow::updateRamCard()
         return;
     }
     const auto used = memory->totalBytes - memory->availableBytes;
-    dashboard.ramValue->setText(QStringLiteral("%1 / %2 (%3%%)")
-                                    .arg(formatBytesULongLong(used), formatBytesULongLong(memory->totalBytes))
-                                    .arg(memory->loadPercent));
+    dashboard.ramValue->setText(
+        QStringLiteral("%1 / %2 (%3%%)")
+            .arg(formatBytesULongLong(used), formatBytesULongLong(memory->totalBytes))
+            .arg(memory->loadPercent));
     showPercent(dashboard.ramBar, static_cast<int>(memory->loadPercent));
 }
 
@@ -133,9 +141,10 @@ void MainWindow::updateDiskCard()
     }
     const auto used = disk->totalBytes - disk->freeBytes;
     const auto percent = disk->totalBytes == 0 ? 0 : used * kFull / disk->totalBytes;
-    dashboard.diskValue->setText(QStringLiteral("%1 / %2 (%3%% used)")
-                                     .arg(formatBytesULongLong(used), formatBytesULongLong(disk->totalBytes))
-                                     .arg(percent));
+    dashboard.diskValue->setText(
+        QStringLiteral("%1 / %2 (%3%% used)")
+            .arg(formatBytesULongLong(used), formatBytesULongLong(disk->totalBytes))
+            .arg(percent));
     showPercent(dashboard.diskBar, static_cast<int>(percent));
 }
 

@@ -50,7 +50,7 @@ struct PageEntry
     QStyle::StandardPixmap icon;
 };
 
-constexpr std::array<PageEntry, 8> kPages {{
+constexpr std::array<PageEntry, 8> kPages{{
     {"Dashboard", QStyle::SP_DesktopIcon},
     {"Cleaner", QStyle::SP_TrashIcon},
     {"Startup", QStyle::SP_FileDialogListView},
@@ -61,7 +61,10 @@ constexpr std::array<PageEntry, 8> kPages {{
     {"Logs", QStyle::SP_FileIcon},
 }};
 
-QToolButton *createTitleButton(QWidget *parent, const QString &name, const QString &glyph, const QString &description)
+QToolButton *createTitleButton(QWidget *parent,
+                               const QString &name,
+                               const QString &glyph,
+                               const QString &description)
 {
     auto *button = new QToolButton(parent);
     button->setObjectName(name);
@@ -117,7 +120,8 @@ void MainWindow::setupSurfaces()
     windowSurface = new QFrame(rootSurface);
     windowSurface->setObjectName(QStringLiteral("windowSurface"));
     auto *surfaceLayout = new QVBoxLayout(windowSurface);
-    surfaceLayout->setContentsMargins(kSurfaceMargin, kSurfaceMargin, kSurfaceMargin, kSurfaceMargin);
+    surfaceLayout->setContentsMargins(
+        kSurfaceMargin, kSurfaceMargin, kSurfaceMargin, kSurfaceMargin);
     surfaceLayout->setSpacing(kSurfaceSpacing);
 }
 
@@ -132,10 +136,10 @@ void MainWindow::setupTitleBar()
 
     titleLabel = new QLabel(windowTitle(), titleBar);
     titleLabel->setObjectName(QStringLiteral("titleLabel"));
-    minimizeButton = createTitleButton(titleBar, QStringLiteral("titleBtn"), QStringLiteral("-"),
-                                       QStringLiteral("Minimize"));
-    closeButton = createTitleButton(titleBar, QStringLiteral("titleBtnClose"), QStringLiteral("x"),
-                                    QStringLiteral("Close"));
+    minimizeButton = createTitleButton(
+        titleBar, QStringLiteral("titleBtn"), QStringLiteral("-"), QStringLiteral("Minimize"));
+    closeButton = createTitleButton(
+        titleBar, QStringLiteral("titleBtnClose"), QStringLiteral("x"), QStringLiteral("Close"));
     layout->addWidget(titleLabel);
     layout->addStretch(1);
     layout->addWidget(minimizeButton);
@@ -182,8 +186,14 @@ void MainWindow::setupPages()
     processWatcher = new ProcessWatcherWidget(pageStack);
 
     // The order of the Page enumeration.
-    for (QWidget *page : std::initializer_list<QWidget *> {dashboard.page, cleanerPage, startupPage, processWatcher,
-                                                           pcConfigPage, networkPage, settings.page, logsPage}) {
+    for (QWidget *page : std::initializer_list<QWidget *>{dashboard.page,
+                                                          cleanerPage,
+                                                          startupPage,
+                                                          processWatcher,
+                                                          pcConfigPage,
+                                                          networkPage,
+                                                          settings.page,
+                                                          logsPage}) {
         pageStack->addWidget(page);
     }
 }
@@ -229,7 +239,8 @@ QTimer *MainWindow::createTimer(std::chrono::milliseconds interval, void (MainWi
 void MainWindow::setupTimers()
 {
     timers.statistics = createTimer(kStatisticsInterval, &MainWindow::updateSystemStats);
-    timers.locationWeather = createTimer(kLocationWeatherInterval, &MainWindow::refreshLiveLocationWeather);
+    timers.locationWeather =
+        createTimer(kLocationWeatherInterval, &MainWindow::refreshLiveLocationWeather);
     timers.particles = createTimer(kParticlesInterval, &MainWindow::tickParticles);
     timers.particles->setTimerType(Qt::PreciseTimer);
 }

@@ -3,6 +3,7 @@
 
 #include <QColor>
 #include <QMainWindow>
+#include <QPalette>
 #include <QPoint>
 #include <array>
 
@@ -32,7 +33,16 @@ class MainWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    enum Page { DashboardPage, CleanerPage, StartupPage, ProcWatchPage, PcConfigPage, NetworkPage, SettingsPage, LogsPage };
+    enum Page {
+        DashboardPage,
+        CleanerPage,
+        StartupPage,
+        ProcWatchPage,
+        PcConfigPage,
+        NetworkPage,
+        SettingsPage,
+        LogsPage
+    };
 
     explicit MainWindow(QWidget *parent = nullptr);
 
@@ -109,7 +119,8 @@ public:
     struct Settings
     {
         QWidget *page = nullptr;
-        QSlider *hue = nullptr; // null until the page has them; the slots then use the initial accent's values
+        QSlider *hue =
+            nullptr; // null until the page has them; the slots then use the initial accent's values
         QSlider *saturation = nullptr;
         QSlider *brightness = nullptr;
     } settings;
@@ -139,7 +150,7 @@ public:
         int collapsedWidth = 84;
         int expandedWidth = 248;
         int cursorMargin = 120; // px to the right of the sidebar that still count as over it
-        std::array<QToolButton *, 5> navButtons {};
+        std::array<QToolButton *, 5> navButtons{};
         QTimer *collapseTimer = nullptr;
         QVariantAnimation *widthAnimation = nullptr;
     } dormantSidebar;
@@ -180,7 +191,9 @@ private:
     bool filterTitleBarEvent(QEvent *event);
     void liftOnHover(QObject *watched, const QEvent &event) const;
     void setAccent(const QColor &accent);
+    void adoptTheme(QObject *polished) const;
 
+    QPalette surfacePalette; // what every widget of the root surface is given beside the style sheet
     bool dragging = false;
     QPoint dragOffset; // from the window's top-left corner to the cursor, at the press
 };

@@ -13,6 +13,7 @@
 #include <QMouseEvent>
 #include <QPainterPath>
 #include <QPushButton>
+#include <QStackedWidget>
 #include <QWindow>
 
 namespace {
@@ -37,7 +38,8 @@ bool isWayland()
 platform::NativeWindow backdropHandle(const QWidget &window)
 {
     const QString system = QGuiApplication::platformName();
-    return system == QLatin1String("windows") || system == QLatin1String("xcb") ? window.winId() : 0;
+    return system == QLatin1String("windows") || system == QLatin1String("xcb") ? window.winId()
+                                                                                : 0;
 }
 
 void setGlow(QGraphicsDropShadowEffect *glow, QColor color, qreal blur, int alpha)
@@ -125,9 +127,17 @@ bool MainWindow::eventFilter(QObject *watched, QEvent *event)
     if (onTitle && filterTitleBarEvent(event)) {
         return true;
     }
-    // The filter sees every event of the program: the cheap question comes first.
-    if (event->type() == QEvent::Enter || event->type() == QEvent::Leave) {
+    switch (event->type()) { // the filter sees every event of the program
+    case QEvent::Enter:
+    case QEvent::Leave:
         liftOnHover(watched, *event);
+        break;
+    case QEvent::Polish:
+    case QEvent::StyleChange:
+        adoptTheme(watched);
+        break;
+    default:
+        break;
     }
     return QMainWindow::eventFilter(watched, event);
 }
@@ -135,7 +145,8 @@ bool MainWindow::eventFilter(QObject *watched, QEvent *event)
 void MainWindow::liftOnHover(QObject *watched, const QEvent &event) const
 {
     auto *widget = qobject_cast<QWidget *>(watched);
-    if (widget == nullptr || !widget->property(kHoverLiftProperty).toBool() || property("perfMode").toInt() == 0) {
+    if (widget == nullptr || !widget->property(kHoverLiftProperty).toBool()
+        || property("perfMode").toInt() == 0) {
         return;
     }
     auto *glow = qobject_cast<QGraphicsDropShadowEffect *>(widget->graphicsEffect());
@@ -165,7 +176,7 @@ void MainWindow::registerHoverLift(QWidget *widget)
 
 void MainWindow::setupHoverLift()
 {
-    for (QWidget *handle : std::initializer_list<QWidget *> {titleBar, titleLabel}) {
+    for (QWidget *handle : std::initializer_list<QWidget *>{titleBar, titleLabel}) {
         handle->setMouseTracking(true);
         handle->installEventFilter(this);
     }

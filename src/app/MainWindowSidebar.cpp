@@ -13,8 +13,9 @@ void MainWindow::updateSidebarByCursor(const QPoint &globalPosition)
         return;
     }
     const QPoint position = mapFromGlobal(globalPosition);
-    const bool near = position.x() >= 0 && position.x() <= sidebar->width() + dormantSidebar.cursorMargin
-        && position.y() >= 0 && position.y() <= height();
+    const bool near = position.x() >= 0
+        && position.x() <= sidebar->width() + dormantSidebar.cursorMargin && position.y() >= 0
+        && position.y() <= height();
     QTimer *collapse = dormantSidebar.collapseTimer;
     if (isActiveWindow() && near) {
         if (collapse != nullptr) {

@@ -40,12 +40,19 @@ void MainWindow::applyTheme()
         return;
     }
     accentColor = theme::clampedAccent(accentColor);
-    // Palette and font first: setting the sheet then polishes every widget once, with all three.
-    rootSurface->setPalette(theme::palette(accentColor));
-    rootSurface->setFont(theme::font());
+    surfacePalette = theme::palette(accentColor);
     rootSurface->setStyleSheet(theme::styleSheet(accentColor));
+    theme::adopt(rootSurface, surfacePalette);
     if (sidebar != nullptr) {
         sidebar->setAccentColor(accentColor);
+    }
+}
+
+void MainWindow::adoptTheme(QObject *polished) const
+{
+    auto *widget = qobject_cast<QWidget *>(polished);
+    if (widget != nullptr && rootSurface != nullptr && rootSurface->isAncestorOf(widget)) {
+        theme::adopt(widget, surfacePalette);
     }
 }
 
@@ -61,20 +68,26 @@ void MainWindow::setAccent(const QColor &accent)
 
 void MainWindow::onAccentHueChanged(int hue)
 {
-    setAccent(QColor::fromHsv(hue, valueOr(settings.saturation, theme::kInitialSaturation),
-                              valueOr(settings.brightness, theme::kInitialBrightness), kOpaque));
+    setAccent(QColor::fromHsv(hue,
+                              valueOr(settings.saturation, theme::kInitialSaturation),
+                              valueOr(settings.brightness, theme::kInitialBrightness),
+                              kOpaque));
 }
 
 void MainWindow::onAccentSaturationChanged(int saturation)
 {
-    setAccent(QColor::fromHsv(valueOr(settings.hue, theme::kInitialHue), saturation,
-                              valueOr(settings.brightness, theme::kInitialBrightness), kOpaque));
+    setAccent(QColor::fromHsv(valueOr(settings.hue, theme::kInitialHue),
+                              saturation,
+                              valueOr(settings.brightness, theme::kInitialBrightness),
+                              kOpaque));
 }
 
 void MainWindow::onAccentValueChanged(int value)
 {
     setAccent(QColor::fromHsv(valueOr(settings.hue, theme::kInitialHue),
-                              valueOr(settings.saturation, theme::kInitialSaturation), value, kOpaque));
+                              valueOr(settings.saturation, theme::kInitialSaturation),
+                              value,
+                              kOpaque));
 }
 
 void MainWindow::onRandomizeTheme()

@@ -5,6 +5,7 @@
 #include "ui/Glow.h"
 #include "ui/ScrollPage.h"
 
+#include <QStackedWidget>
 #include <QVBoxLayout>
 
 void MainWindow::setupStartupPage()

@@ -4,7 +4,7 @@
 
 QString formatBytesULongLong(unsigned long long bytes)
 {
-    static constexpr std::array<const char *, 5> kUnits {"B", "KB", "MB", "GB", "TB"};
+    static constexpr std::array<const char *, 5> kUnits{"B", "KB", "MB", "GB", "TB"};
     constexpr double kStep = 1024.0;
     constexpr std::size_t kFirstUnitWithDecimals = 2;
 
@@ -15,5 +15,6 @@ QString formatBytesULongLong(unsigned long long bytes)
         ++unit;
     }
     const int decimals = unit < kFirstUnitWithDecimals ? 0 : 1;
-    return QString::number(value, 'f', decimals) + QLatin1Char(' ') + QLatin1String(kUnits.at(unit));
+    return QString::number(value, 'f', decimals) + QLatin1Char(' ')
+        + QLatin1String(kUnits.at(unit));
 }

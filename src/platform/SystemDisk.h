@@ -8,7 +8,8 @@
 
 namespace platform {
 
-struct DiskSpace {
+struct DiskSpace
+{
     std::uint64_t totalBytes = 0; // as available to this user (quotas count); 0 for an odd volume
     std::uint64_t freeBytes = 0; // free on the volume, whoever may use it
 };

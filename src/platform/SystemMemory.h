@@ -7,9 +7,11 @@
 
 namespace platform {
 
-struct MemoryStatus {
+struct MemoryStatus
+{
     std::uint64_t totalBytes = 0; // physical memory that the system can use
-    std::uint64_t availableBytes = 0; // what could be handed out without swapping; never above totalBytes
+    std::uint64_t availableBytes =
+        0; // what could be handed out without swapping; never above totalBytes
     unsigned loadPercent = 0; // share in use, rounded down, 0 to 100
 };
 

@@ -4,7 +4,8 @@
 
 namespace animate {
 
-QPropertyAnimation *create(QObject *target, const QByteArray &property, std::chrono::milliseconds duration)
+QPropertyAnimation *
+create(QObject *target, const QByteArray &property, std::chrono::milliseconds duration)
 {
     auto *animation = new QPropertyAnimation(target, property, target);
     animation->setDuration(milliseconds(duration));

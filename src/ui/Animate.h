@@ -9,10 +9,14 @@ class QPropertyAnimation;
 
 namespace animate {
 
-constexpr int milliseconds(std::chrono::milliseconds duration) { return static_cast<int>(duration.count()); }
+constexpr int milliseconds(std::chrono::milliseconds duration)
+{
+    return static_cast<int>(duration.count());
+}
 
 // An animation of that property of `target`, whose child it becomes; it slows down towards its end (OutCubic).
-QPropertyAnimation *create(QObject *target, const QByteArray &property, std::chrono::milliseconds duration);
+QPropertyAnimation *
+create(QObject *target, const QByteArray &property, std::chrono::milliseconds duration);
 
 // Stops whatever runs and starts anew from `from`.
 void restart(QPropertyAnimation *animation, const QVariant &from, const QVariant &to);

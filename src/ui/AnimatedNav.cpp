@@ -2,5 +2,4 @@
 
 AnimatedNav::AnimatedNav(QWidget *parent)
     : SidebarNav(parent)
-{
-}
+{ }

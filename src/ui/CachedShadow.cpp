@@ -6,8 +6,8 @@
 
 QT_BEGIN_NAMESPACE
 // The toolkit's own blur, exported but not declared in a public header; only with it can the pictures be equal.
-extern Q_WIDGETS_EXPORT void qt_blurImage(QPainter *painter, QImage &image, qreal radius, bool quality,
-                                          bool alphaOnly, int transposed);
+extern Q_WIDGETS_EXPORT void qt_blurImage(
+    QPainter *painter, QImage &image, qreal radius, bool quality, bool alphaOnly, int transposed);
 QT_END_NAMESPACE
 
 namespace {
@@ -18,9 +18,11 @@ constexpr int kPixmapCacheKilobytes = 96 * 1024;
 
 bool differByWholePixels(const QTransform &a, const QTransform &b)
 {
-    const auto whole = [](qreal value) { return value == std::floor(value); };
-    return a.type() <= QTransform::TxTranslate && b.type() <= QTransform::TxTranslate && whole(a.dx() - b.dx())
-        && whole(a.dy() - b.dy());
+    const auto whole = [](qreal value) {
+        return value == std::floor(value);
+    };
+    return a.type() <= QTransform::TxTranslate && b.type() <= QTransform::TxTranslate
+        && whole(a.dx() - b.dx()) && whole(a.dy() - b.dy());
 }
 
 } // namespace
@@ -57,7 +59,8 @@ void CachedShadow::draw(QPainter *painter)
     if (shadow.isNull() || recipe != wantedRecipe()) {
         renderShadow();
     }
-    const QPoint moved(qRound(transform.dx() - sourceTransform.dx()), qRound(transform.dy() - sourceTransform.dy()));
+    const QPoint moved(qRound(transform.dx() - sourceTransform.dx()),
+                       qRound(transform.dy() - sourceTransform.dy()));
     painter->setWorldTransform(QTransform());
     painter->drawImage(sourceOffset + moved, shadow);
     painter->drawPixmap(sourceOffset + moved, source);

@@ -43,7 +43,8 @@ private:
 
     QPixmap source;
     QImage shadow; // null when it has to be computed
-    QPoint sourceOffset; // of both pictures' top-left corner, in device coordinates, when they were rendered
+    QPoint
+        sourceOffset; // of both pictures' top-left corner, in device coordinates, when they were rendered
     QTransform sourceTransform;
     qreal sourceRatio = 0;
     ShadowRecipe recipe;

@@ -23,9 +23,18 @@ QColor shadowColor(double progress)
 {
     return {72, 140, 255, static_cast<int>(kRestShadowAlpha + kHoverShadowAlpha * progress)};
 }
-QColor topColor(double progress) { return {14, 27, 52, static_cast<int>(126 + 24 * progress)}; }
-QColor bottomColor(double progress) { return {9, 20, 38, static_cast<int>(114 + 22 * progress)}; }
-QColor rimColor(double progress) { return {176, 208, 255, static_cast<int>(90 + 58 * progress)}; }
+QColor topColor(double progress)
+{
+    return {14, 27, 52, static_cast<int>(126 + 24 * progress)};
+}
+QColor bottomColor(double progress)
+{
+    return {9, 20, 38, static_cast<int>(114 + 22 * progress)};
+}
+QColor rimColor(double progress)
+{
+    return {176, 208, 255, static_cast<int>(90 + 58 * progress)};
+}
 
 } // namespace
 
@@ -46,8 +55,9 @@ GlassCard::GlassCard(QWidget *parent)
 
     animation->setDuration(static_cast<int>(kHoverDuration.count()));
     animation->setEasingCurve(QEasingCurve::OutCubic);
-    connect(animation, &QVariantAnimation::valueChanged, this,
-            [this](const QVariant &value) { setHoverProgress(value.toDouble()); });
+    connect(animation, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
+        setHoverProgress(value.toDouble());
+    });
 }
 
 void GlassCard::setHoverProgress(double progress)

@@ -92,10 +92,13 @@ void applySliderInteractionGlow(QSlider *slider, const QColor &color)
     pulse->setLoopCount(-1);
 
     // The glow is the context of each connection: an effect that was replaced is no longer animated.
-    QObject::connect(pulse, &QVariantAnimation::valueChanged, glow,
-                     [glow, color](const QVariant &value) { setPulse(glow, color, value.toDouble()); });
-    QObject::connect(slider, &QSlider::sliderPressed, glow,
-                     [glow, color] { setGlow(glow, color, kPressBlur, kPressAlpha); });
+    QObject::connect(
+        pulse, &QVariantAnimation::valueChanged, glow, [glow, color](const QVariant &value) {
+            setPulse(glow, color, value.toDouble());
+        });
+    QObject::connect(slider, &QSlider::sliderPressed, glow, [glow, color] {
+        setGlow(glow, color, kPressBlur, kPressAlpha);
+    });
     QObject::connect(slider, &QSlider::sliderPressed, pulse, [pulse] { pulse->start(); });
     QObject::connect(slider, &QSlider::sliderReleased, glow, [glow, pulse, color] {
         pulse->stop();

@@ -27,15 +27,16 @@ constexpr int kCollapsedWidth = 62;
 
 bool isActivationKey(const QKeyEvent &event)
 {
-    return event.key() == Qt::Key_Space || event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    return event.key() == Qt::Key_Space || event.key() == Qt::Key_Return
+        || event.key() == Qt::Key_Enter;
 }
 
 } // namespace
 
-NavButton::NavButton(const QString &text, const QIcon &icon, QWidget *parent)
+NavButton::NavButton(const QString &labelText, const QIcon &labelIcon, QWidget *parent)
     : QWidget(parent)
-    , text(text)
-    , icon(icon)
+    , text(labelText)
+    , icon(labelIcon)
     , hoverAnimation(animate::create(this, "hoverStrength", kHoverDuration))
     , pressAnimation(animate::create(this, "pressOffset", kPressDuration))
     , textAnimation(animate::create(this, "textOpacity", kTextDuration))
@@ -46,7 +47,7 @@ NavButton::NavButton(const QString &text, const QIcon &icon, QWidget *parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setMinimumHeight(kHeight);
     setFocusPolicy(Qt::TabFocus);
-    setAccessibleName(text);
+    setAccessibleName(labelText);
 }
 
 void NavButton::setAccentColor(const QColor &color)

@@ -18,7 +18,7 @@ class NavButton : public QWidget
     Q_PROPERTY(double textOpacity MEMBER textOpacity WRITE setTextOpacity)
 
 public:
-    NavButton(const QString &text, const QIcon &icon, QWidget *parent);
+    NavButton(const QString &labelText, const QIcon &labelIcon, QWidget *parent);
 
     QString label() const { return text; }
     QColor accent() const { return accentColor; }
@@ -64,7 +64,7 @@ private:
 
     QString text;
     QIcon icon;
-    QColor accentColor {102, 217, 255};
+    QColor accentColor{102, 217, 255};
     bool active = false;
     bool expanded = false;
     double hoverStrength = 0;

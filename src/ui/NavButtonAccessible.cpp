@@ -23,8 +23,7 @@ void NavButtonAccessible::install()
 
 NavButtonAccessible::NavButtonAccessible(NavButton *button)
     : QAccessibleWidget(button, QAccessible::PageTab)
-{
-}
+{ }
 
 NavButton *NavButtonAccessible::button() const
 {
@@ -41,7 +40,7 @@ QAccessible::State NavButtonAccessible::state() const
 
 QStringList NavButtonAccessible::actionNames() const
 {
-    return QStringList {pressAction()} + QAccessibleWidget::actionNames();
+    return QStringList{pressAction()} + QAccessibleWidget::actionNames();
 }
 
 void NavButtonAccessible::doAction(const QString &name)
@@ -55,6 +54,6 @@ void NavButtonAccessible::doAction(const QString &name)
 
 QStringList NavButtonAccessible::keyBindingsForAction(const QString &name) const
 {
-    return name == pressAction() ? QStringList {QStringLiteral("Space"), QStringLiteral("Return")}
+    return name == pressAction() ? QStringList{QStringLiteral("Space"), QStringLiteral("Return")}
                                  : QAccessibleWidget::keyBindingsForAction(name);
 }

@@ -14,12 +14,27 @@ constexpr int kLabelPoints = 11;
 constexpr double kInvisible = 0.01;
 constexpr double kBodyRadius = 14;
 
-int alphaOf(double value) { return static_cast<int>(value); }
+int alphaOf(double value)
+{
+    return static_cast<int>(value);
+}
 
-QColor bodyTopColor(int alpha) { return {22, 42, 70, alpha}; }
-QColor bodyBottomColor(int alpha) { return {12, 24, 46, alpha}; }
-QColor labelColor(double opacity) { return {235, 246, 255, alphaOf(240 * opacity)}; }
-QColor focusColor() { return {242, 246, 255, 230}; }
+QColor bodyTopColor(int alpha)
+{
+    return {22, 42, 70, alpha};
+}
+QColor bodyBottomColor(int alpha)
+{
+    return {12, 24, 46, alpha};
+}
+QColor labelColor(double opacity)
+{
+    return {235, 246, 255, alphaOf(240 * opacity)};
+}
+QColor focusColor()
+{
+    return {242, 246, 255, 230};
+}
 
 QColor withAlpha(QColor color, int alpha)
 {
@@ -81,7 +96,8 @@ void NavButton::paintSheen(QPainter &painter, const QRectF &body) const
     sheen.setColorAt(1, withAlpha(Qt::white, 0));
     painter.setPen(Qt::NoPen);
     painter.setBrush(sheen);
-    painter.drawRoundedRect(QRectF(body.x() + 1, body.y() + 1, body.width() - 2, 0.55 * body.height() - 1), 13, 13);
+    painter.drawRoundedRect(
+        QRectF(body.x() + 1, body.y() + 1, body.width() - 2, 0.55 * body.height() - 1), 13, 13);
 }
 
 void NavButton::paintFocusMark(QPainter &painter, const QRectF &body) const

@@ -14,7 +14,8 @@ using namespace std::chrono_literals;
 
 constexpr auto kEntranceDuration = 220ms;
 constexpr QPoint kEntranceShift(12, 0);
-constexpr const char *kRestProperty = "veltraEntranceRest"; // of the group: where its page comes to rest
+constexpr const char *kRestProperty =
+    "veltraEntranceRest"; // of the group: where its page comes to rest
 
 QString groupName()
 {
@@ -25,7 +26,8 @@ QString groupName()
 QPoint settle(QWidget *page)
 {
     QPoint rest = page->pos();
-    const auto groups = page->findChildren<QParallelAnimationGroup *>(groupName(), Qt::FindDirectChildrenOnly);
+    const auto groups =
+        page->findChildren<QParallelAnimationGroup *>(groupName(), Qt::FindDirectChildrenOnly);
     for (QParallelAnimationGroup *group : groups) {
         if (group->state() == QAbstractAnimation::Running) {
             rest = group->property(kRestProperty).toPoint();
@@ -39,8 +41,7 @@ QPoint settle(QWidget *page)
 
 PageTransitions::PageTransitions(QObject *parent)
     : QObject(parent)
-{
-}
+{ }
 
 void PageTransitions::switchTo(QStackedWidget *stack, int index)
 {
@@ -73,6 +74,8 @@ void PageTransitions::animateIn(QWidget *page)
     group->setProperty(kRestProperty, rest);
     group->addAnimation(opacity);
     group->addAnimation(position);
-    connect(group, &QParallelAnimationGroup::finished, page, [page] { page->setGraphicsEffect(nullptr); });
+    connect(group, &QParallelAnimationGroup::finished, page, [page] {
+        page->setGraphicsEffect(nullptr);
+    });
     group->start(QAbstractAnimation::DeleteWhenStopped);
 }

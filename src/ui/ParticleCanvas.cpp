@@ -17,10 +17,22 @@ constexpr double kWrapMargin = 20;
 constexpr int kFullCircle = 360; // degrees
 constexpr int kGridStep = 24;
 
-QColor leftGlowColor() { return {55, 132, 255, 72}; }
-QColor rightGlowColor() { return {95, 170, 255, 64}; }
-QColor gridColor() { return {150, 190, 255, 20}; }
-QColor fallbackParticleColor() { return {120, 195, 255}; }
+QColor leftGlowColor()
+{
+    return {55, 132, 255, 72};
+}
+QColor rightGlowColor()
+{
+    return {95, 170, 255, 64};
+}
+QColor gridColor()
+{
+    return {150, 190, 255, 20};
+}
+QColor fallbackParticleColor()
+{
+    return {120, 195, 255};
+}
 
 void paintSoftGlow(QPainter &painter, const QPointF &center, double radius, const QColor &color)
 {
@@ -66,7 +78,9 @@ void ParticleCanvas::initParticles()
     auto &random = *QRandomGenerator64::global();
     const int spreadX = std::max(width(), kSmallestSide);
     const int spreadY = std::max(height(), kSmallestSide);
-    const auto velocity = [&random] { return random.generateDouble() * 2 * kFastest - kFastest; };
+    const auto velocity = [&random] {
+        return random.generateDouble() * 2 * kFastest - kFastest;
+    };
     particles.clear();
     particles.reserve(static_cast<std::size_t>(std::max(count, 0)));
     for (int i = 0; i < count; ++i) {

@@ -25,14 +25,16 @@ constexpr int kOuterSpacing = 10;
 constexpr int kItemsMargin = 4; // above the first and below the last button
 constexpr int kItemsSpacing = 8;
 constexpr int kBadgeHeight = 58;
-constexpr int kIndicatorBelowButtonTop = 7; // centres the 44 px bar on the 54 px button, more or less
+constexpr int kIndicatorBelowButtonTop =
+    7; // centres the 44 px bar on the 54 px button, more or less
 
 QString badgeStyle()
 {
-    return QStringLiteral("QLabel { color: #e8f3ff; font-size: 22px; font-weight: 800; border-radius: 12px; "
-                          "border: 1px solid rgba(188,220,255,90); background: "
-                          "qlineargradient(x1:0,y1:0,x2:1,y2:1, stop:0 rgba(44,74,112,130), "
-                          "stop:1 rgba(21,38,63,110));}");
+    return QStringLiteral(
+        "QLabel { color: #e8f3ff; font-size: 22px; font-weight: 800; border-radius: 12px; "
+        "border: 1px solid rgba(188,220,255,90); background: "
+        "qlineargradient(x1:0,y1:0,x2:1,y2:1, stop:0 rgba(44,74,112,130), "
+        "stop:1 rgba(21,38,63,110));}");
 }
 
 } // namespace

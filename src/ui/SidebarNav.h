@@ -67,14 +67,14 @@ private:
     QList<int> indexes; // page of the button at the same position
     QWidget *itemsContainer = nullptr;
     QVBoxLayout *itemsLayout = nullptr;
-    QColor accentColor {102, 217, 255};
+    QColor accentColor{102, 217, 255};
     int currentIndex = -1;
     bool expanded = false;
     int collapsedWidth = 82;
     int expandedWidth = 190;
     double indicatorY = 0;
     double spotlightAlpha = 0;
-    QPointF spotlightPosition {12, 60};
+    QPointF spotlightPosition{12, 60};
     QPropertyAnimation *widthAnimation = nullptr;
     QPropertyAnimation *indicatorAnimation = nullptr;
     QPropertyAnimation *spotlightAnimation = nullptr;

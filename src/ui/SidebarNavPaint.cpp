@@ -20,11 +20,26 @@ constexpr double kIndicatorX = 6;
 constexpr double kIndicatorWidth = 4;
 constexpr double kIndicatorHeight = 44;
 
-QColor panelTopColor() { return {10, 22, 42, 188}; }
-QColor panelMiddleColor() { return {10, 20, 38, 165}; }
-QColor panelBottomColor() { return {8, 16, 30, 152}; }
-QColor panelRimColor() { return {188, 220, 255, 84}; }
-QColor gridColor() { return {150, 190, 245, 16}; }
+QColor panelTopColor()
+{
+    return {10, 22, 42, 188};
+}
+QColor panelMiddleColor()
+{
+    return {10, 20, 38, 165};
+}
+QColor panelBottomColor()
+{
+    return {8, 16, 30, 152};
+}
+QColor panelRimColor()
+{
+    return {188, 220, 255, 84};
+}
+QColor gridColor()
+{
+    return {150, 190, 245, 16};
+}
 
 QColor withAlpha(QColor color, int alpha)
 {

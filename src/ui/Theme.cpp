@@ -1,5 +1,6 @@
 #include "ui/Theme.h"
 
+#include <QWidget>
 #include <algorithm>
 #include <cmath>
 
@@ -10,15 +11,49 @@ namespace {
 constexpr int kOpaque = 255;
 constexpr int kFontPixels = 13;
 
-QColor textColor() { return {0xf2, 0xf6, 0xff}; }
-QColor quietTextColor() { return {0xa9, 0xb8, 0xd3}; }
-QColor disabledTextColor() { return {0x8d, 0x9c, 0xb8}; }
-QColor windowColor() { return {12, 22, 42}; }
-QColor baseColor() { return {9, 18, 34, 150}; }
-QColor alternateBaseColor() { return {20, 34, 58, 150}; }
-QColor buttonColor() { return {20, 34, 58}; }
-QColor tipColor() { return {14, 27, 52}; }
-QColor shadeColor() { return {6, 11, 22}; }
+QColor textColor()
+{
+    return {0xf2, 0xf6, 0xff};
+}
+QColor quietTextColor()
+{
+    return {0xa9, 0xb8, 0xd3};
+}
+QColor disabledTextColor()
+{
+    return {0x8d, 0x9c, 0xb8};
+}
+QColor windowColor()
+{
+    return {12, 22, 42};
+}
+QColor baseColor()
+{
+    return {9, 18, 34, 150};
+}
+QColor alternateBaseColor()
+{
+    return {20, 34, 58, 150};
+}
+QColor buttonColor()
+{
+    return {20, 34, 58};
+}
+QColor tipColor()
+{
+    return {14, 27, 52};
+}
+QColor shadeColor()
+{
+    return {6, 11, 22};
+}
+
+// The style sheet leaves these alone, so they can follow the accent without looking.
+bool isAccentRole(QPalette::ColorRole role)
+{
+    return role == QPalette::Highlight || role == QPalette::HighlightedText || role == QPalette::Link
+        || role == QPalette::LinkVisited;
+}
 
 // Black or white, whichever is read better on `background` (relative luminance, threshold of equal contrast).
 QColor readableOn(const QColor &background)
@@ -27,14 +62,15 @@ QColor readableOn(const QColor &background)
     const auto linear = [](double channel) {
         return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
     };
-    const double luminance = 0.2126 * linear(background.redF()) + 0.7152 * linear(background.greenF())
-        + 0.0722 * linear(background.blueF());
+    const double luminance = 0.2126 * linear(background.redF())
+        + 0.7152 * linear(background.greenF()) + 0.0722 * linear(background.blueF());
     return luminance > kEqualContrast ? shadeColor() : QColor(Qt::white);
 }
 
 void setTextRoles(QPalette &palette)
 {
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
+    for (const auto role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
         palette.setColor(role, textColor());
         palette.setColor(QPalette::Disabled, role, disabledTextColor());
     }
@@ -66,8 +102,10 @@ QColor initialAccent()
 QColor clampedAccent(const QColor &wanted)
 {
     const int hue = wanted.hsvHue() < 0 ? kInitialHue : wanted.hsvHue();
-    return QColor::fromHsv(hue, std::clamp(wanted.hsvSaturation(), kSmallestSaturation, 255),
-                           std::clamp(wanted.value(), kSmallestBrightness, 255), kOpaque);
+    return QColor::fromHsv(hue,
+                           std::clamp(wanted.hsvSaturation(), kSmallestSaturation, 255),
+                           std::clamp(wanted.value(), kSmallestBrightness, 255),
+                           kOpaque);
 }
 
 QColor highlightFor(const QColor &accent)
@@ -75,9 +113,11 @@ QColor highlightFor(const QColor &accent)
     constexpr int kLessSaturation = 70;
     constexpr int kSmallestHighlightSaturation = 15;
     constexpr int kMoreBrightness = 16;
-    return QColor::fromHsv(accent.hsvHue(),
-                           std::max(accent.hsvSaturation() - kLessSaturation, kSmallestHighlightSaturation),
-                           std::min(accent.value() + kMoreBrightness, 255), kOpaque);
+    return QColor::fromHsv(
+        accent.hsvHue(),
+        std::max(accent.hsvSaturation() - kLessSaturation, kSmallestHighlightSaturation),
+        std::min(accent.value() + kMoreBrightness, 255),
+        kOpaque);
 }
 
 QString styleSheet(const QColor &accent)
@@ -106,9 +146,28 @@ QPalette palette(const QColor &accent)
 
 QFont font()
 {
-    QFont font(QStringLiteral("Segoe UI"));
+    // Elsewhere than on Windows: faces of about the same width, so that figures keep their room.
+    QFont font(QStringList {QStringLiteral("Segoe UI"), QStringLiteral("Noto Sans"), QStringLiteral("Open Sans"),
+                            QStringLiteral("Cantarell"), QStringLiteral("Ubuntu"), QStringLiteral("Liberation Sans")});
     font.setPixelSize(kFontPixels);
     return font;
+}
+
+void adopt(QWidget *widget, const QPalette &palette)
+{
+    QPalette own = widget->palette();
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        for (int i = 0; i < QPalette::NColorRoles; ++i) {
+            const auto role = static_cast<QPalette::ColorRole>(i);
+            if (isAccentRole(role) || (palette.isBrushSet(group, role) && !own.isBrushSet(group, role))) {
+                own.setBrush(group, role, palette.brush(group, role));
+            }
+        }
+    }
+    widget->setPalette(own);
+    if (!widget->testAttribute(Qt::WA_SetFont)) {
+        widget->setFont(font());
+    }
 }
 
 } // namespace theme

@@ -7,6 +7,8 @@
 #include <QPalette>
 #include <QString>
 
+class QWidget;
+
 namespace theme {
 
 constexpr int kInitialHue = 205; // degrees
@@ -29,8 +31,12 @@ QString styleSheetTemplate();
 QString styleSheet(const QColor &accent);
 
 // What the style sheet leaves to the platform, made to fit: light text on dark translucent bases, whatever the
-// platform's own colours are; the accent marks selections. For the root surface, whose children inherit both.
+// platform's own colours are; the accent marks selections. The font is "Segoe UI" at 13 px, or what comes closest.
 QPalette palette(const QColor &accent);
 QFont font();
+
+// Gives one widget both. Under a style sheet a widget inherits neither from its parent, so each one is given them, after
+// every polish; what the style sheet itself sets (colours, sizes) goes before.
+void adopt(QWidget *widget, const QPalette &palette);
 
 } // namespace theme

@@ -38,7 +38,9 @@ std::optional<std::uint64_t> field(std::string_view text, std::string_view name)
 
 std::uint64_t saturatingAdd(std::uint64_t a, std::uint64_t b)
 {
-    return a > std::numeric_limits<std::uint64_t>::max() - b ? std::numeric_limits<std::uint64_t>::max() : a + b;
+    return a > std::numeric_limits<std::uint64_t>::max() - b
+        ? std::numeric_limits<std::uint64_t>::max()
+        : a + b;
 }
 
 // What kernels without MemAvailable let one estimate.

@@ -6,7 +6,8 @@ namespace platform {
 
 std::optional<DiskSpace> querySystemDisk()
 {
-    struct statvfs volume { };
+    struct statvfs volume
+    { };
     if (::statvfs("/", &volume) != 0) {
         return std::nullopt;
     }

@@ -11,11 +11,12 @@ namespace platform {
 
 std::optional<MemoryStatus> queryMemory()
 {
-    const int file = ::open("/proc/meminfo", O_RDONLY | O_CLOEXEC); // NOLINT(cppcoreguidelines-pro-type-vararg)
+    const int file =
+        ::open("/proc/meminfo", O_RDONLY | O_CLOEXEC); // NOLINT(cppcoreguidelines-pro-type-vararg)
     if (file < 0) {
         return std::nullopt;
     }
-    std::array<char, 4096> buffer {};
+    std::array<char, 4096> buffer{};
     const auto length = ::read(file, buffer.data(), buffer.size());
     ::close(file);
     if (length <= 0) {

@@ -8,7 +8,8 @@ std::uint64_t tickCountMilliseconds()
 {
     constexpr std::uint64_t kMillisecondsPerSecond = 1000;
     constexpr std::uint64_t kNanosecondsPerMillisecond = 1'000'000;
-    struct timespec now { };
+    struct timespec now
+    { };
     if (::clock_gettime(CLOCK_BOOTTIME, &now) != 0) {
         return 0;
     }

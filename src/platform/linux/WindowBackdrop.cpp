@@ -13,7 +13,8 @@ namespace {
 // it can blur; a client sets it on its own window to ask for it. An empty list of rectangles means the whole window.
 constexpr const char *kBlurProperty = "_KDE_NET_WM_BLUR_BEHIND_REGION";
 
-struct FreeDeleter {
+struct FreeDeleter
+{
     void operator()(void *memory) const { std::free(memory); }
 };
 template<typename T>
@@ -21,8 +22,8 @@ using Reply = std::unique_ptr<T, FreeDeleter>;
 
 xcb_atom_t existingAtom(xcb_connection_t *connection, const char *name)
 {
-    const auto cookie
-        = xcb_intern_atom(connection, 1, static_cast<std::uint16_t>(std::strlen(name)), name);
+    const auto cookie =
+        xcb_intern_atom(connection, 1, static_cast<std::uint16_t>(std::strlen(name)), name);
     const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, cookie, nullptr));
     return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
 }
@@ -33,17 +34,28 @@ bool compositorOffersBlur(xcb_connection_t *connection, xcb_atom_t property)
     if (screen == nullptr) {
         return false;
     }
-    const auto cookie = xcb_get_property(connection, 0, screen->root, property, XCB_GET_PROPERTY_TYPE_ANY, 0, 0);
-    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection, cookie, nullptr));
+    const auto cookie =
+        xcb_get_property(connection, 0, screen->root, property, XCB_GET_PROPERTY_TYPE_ANY, 0, 0);
+    const Reply<xcb_get_property_reply_t> reply(
+        xcb_get_property_reply(connection, cookie, nullptr));
     return reply && reply->type != XCB_ATOM_NONE;
 }
 
-void writeBlurProperty(xcb_connection_t *connection, xcb_window_t window, xcb_atom_t property, bool enabled)
+void writeBlurProperty(xcb_connection_t *connection,
+                       xcb_window_t window,
+                       xcb_atom_t property,
+                       bool enabled)
 {
     constexpr std::uint8_t kBitsPerValue = 32;
     if (enabled) {
-        xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, property, XCB_ATOM_CARDINAL, kBitsPerValue,
-                            0, nullptr);
+        xcb_change_property(connection,
+                            XCB_PROP_MODE_REPLACE,
+                            window,
+                            property,
+                            XCB_ATOM_CARDINAL,
+                            kBitsPerValue,
+                            0,
+                            nullptr);
     } else {
         xcb_delete_property(connection, window, property);
     }

@@ -8,7 +8,8 @@ namespace platform::accent {
 
 enum class AccentState : std::uint32_t { Disabled = 0, AcrylicBlurBehind = 4 };
 
-struct AccentPolicy {
+struct AccentPolicy
+{
     AccentState state = AccentState::Disabled;
     std::uint32_t flags = 0;
     std::uint32_t gradientColor = 0; // alpha, blue, green, red from the top byte down
@@ -17,7 +18,8 @@ struct AccentPolicy {
     bool operator==(const AccentPolicy &) const = default;
 };
 
-struct CompositionData {
+struct CompositionData
+{
     std::uint32_t attribute = 0;
     void *data = nullptr;
     std::size_t size = 0;
@@ -30,10 +32,12 @@ constexpr AccentPolicy policyFor(bool enabled)
 {
     constexpr std::uint32_t kDrawAllFlags = 2;
     constexpr std::uint32_t kTint = 0x1826160E;
-    return enabled ? AccentPolicy {AccentState::AcrylicBlurBehind, kDrawAllFlags, kTint, 0} : AccentPolicy {};
+    return enabled ? AccentPolicy{AccentState::AcrylicBlurBehind, kDrawAllFlags, kTint, 0}
+                   : AccentPolicy{};
 }
 
-struct FrameMargins {
+struct FrameMargins
+{
     int left = 0;
     int right = 0;
     int top = 0;
@@ -45,7 +49,7 @@ struct FrameMargins {
 // Only the left margin carries the -1 that extends the frame; the asymmetry is intended.
 constexpr FrameMargins marginsFor(bool enabled)
 {
-    return enabled ? FrameMargins {-1, 0, 0, 0} : FrameMargins {};
+    return enabled ? FrameMargins{-1, 0, 0, 0} : FrameMargins{};
 }
 
 } // namespace platform::accent

@@ -6,9 +6,9 @@ namespace platform {
 
 std::optional<DiskSpace> querySystemDisk()
 {
-    ULARGE_INTEGER freeToCaller {};
-    ULARGE_INTEGER total {};
-    ULARGE_INTEGER totalFree {};
+    ULARGE_INTEGER freeToCaller{};
+    ULARGE_INTEGER total{};
+    ULARGE_INTEGER totalFree{};
     if (GetDiskFreeSpaceExW(L"C:\\", &freeToCaller, &total, &totalFree) == 0) {
         return std::nullopt;
     }

@@ -6,7 +6,7 @@ namespace platform {
 
 std::optional<MemoryStatus> queryMemory()
 {
-    MEMORYSTATUSEX reading {};
+    MEMORYSTATUSEX reading{};
     reading.dwLength = sizeof(reading);
     if (GlobalMemoryStatusEx(&reading) == 0) {
         return std::nullopt;

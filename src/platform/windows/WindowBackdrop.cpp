@@ -32,11 +32,11 @@ void setBackdropBlur(NativeWindow window, bool enabled)
     }
     HWND handle = reinterpret_cast<HWND>(window);
     accent::AccentPolicy policy = accent::policyFor(enabled);
-    accent::CompositionData data {accent::kAccentPolicyAttribute, &policy, sizeof(policy)};
+    accent::CompositionData data{accent::kAccentPolicyAttribute, &policy, sizeof(policy)};
     setAttribute(handle, &data);
 
     const accent::FrameMargins margins = accent::marginsFor(enabled);
-    const MARGINS frame {margins.left, margins.right, margins.top, margins.bottom};
+    const MARGINS frame{margins.left, margins.right, margins.top, margins.bottom};
     DwmExtendFrameIntoClientArea(handle, &frame);
 }
 
