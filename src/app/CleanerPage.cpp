@@ -5,8 +5,8 @@
 #include "ui/Glow.h"
 #include "ui/ScrollPage.h"
 
-#include <QTextEdit>
 #include <QStackedWidget>
+#include <QTextEdit>
 #include <QVBoxLayout>
 
 void MainWindow::setupCleanerPage()

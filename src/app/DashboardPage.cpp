@@ -6,6 +6,7 @@
 #include "platform/SystemMemory.h"
 #include "ui/GlassCard.h"
 #include "ui/Glow.h"
+#include "ui/ReadableBar.h"
 #include "ui/ScrollPage.h"
 
 #include <QDateTime>
@@ -39,7 +40,7 @@ QLabel *addLabel(GlassCard *card, const QString &text, const QString &objectName
 
 QProgressBar *addBar(GlassCard *card, const QString &accessibleName)
 {
-    auto *bar = new QProgressBar(card);
+    auto *bar = new ReadableBar(card);
     bar->setRange(0, kFull);
     bar->setValue(0);
     bar->setTextVisible(true);
@@ -72,9 +73,10 @@ void MainWindow::setupDashboardPage()
     dashboard.page = page;
 
     GlassCard *head = createGlassCard(page, QStringLiteral("Dashboard"));
-    addLabel(head,
-             QStringLiteral(
-                 "Premium safe optimizer: live system stats and trusted maintenance actions only."));
+    addLabel(
+        head,
+        QStringLiteral(
+            "Premium safe optimizer: live system stats and trusted maintenance actions only."));
     applyGlow(head, standardGlowColor(), kStandardGlowRadius);
     page->contentLayout()->addWidget(head);
 
@@ -92,6 +94,7 @@ void MainWindow::setupDashboardPage()
     int column = 0;
     for (GlassCard *card : {ramCard, diskCard}) {
         applyGlow(card, standardGlowColor(), kStatGlowRadius);
+        qobject_cast<QVBoxLayout *>(card->layout())->addStretch(1);
         grid->addWidget(card, 0, column);
         grid->setColumnStretch(column, 1);
         ++column;

@@ -6,6 +6,7 @@
 #include "ui/Glow.h"
 #include "ui/PageTransitions.h"
 #include "ui/ParticleCanvas.h"
+#include "ui/SurfaceFrame.h"
 #include "ui/Theme.h"
 
 #include <QCoreApplication>
@@ -108,6 +109,7 @@ void MainWindow::setupWindow()
     setProperty("perfMode", kHighPerformance);
     setProperty("lowMemoryMode", false);
     resize(kWindowSize);
+    layout()->setSizeConstraint(QLayout::SetNoConstraint); // no content makes the window grow
 }
 
 void MainWindow::setupSurfaces()
@@ -117,7 +119,7 @@ void MainWindow::setupSurfaces()
     auto *rootLayout = new QVBoxLayout(rootSurface);
     rootLayout->setContentsMargins(kSurfaceMargin, kSurfaceMargin, kSurfaceMargin, kSurfaceMargin);
 
-    windowSurface = new QFrame(rootSurface);
+    windowSurface = new SurfaceFrame(rootSurface);
     windowSurface->setObjectName(QStringLiteral("windowSurface"));
     auto *surfaceLayout = new QVBoxLayout(windowSurface);
     surfaceLayout->setContentsMargins(
@@ -127,7 +129,7 @@ void MainWindow::setupSurfaces()
 
 void MainWindow::setupTitleBar()
 {
-    titleBar = new QFrame(windowSurface);
+    titleBar = new SurfaceFrame(windowSurface);
     titleBar->setObjectName(QStringLiteral("titleBar"));
     titleBar->setFixedHeight(kTitleBarHeight);
     auto *layout = new QHBoxLayout(titleBar);

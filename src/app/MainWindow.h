@@ -193,7 +193,8 @@ private:
     void setAccent(const QColor &accent);
     void adoptTheme(QObject *polished) const;
 
-    QPalette surfacePalette; // what every widget of the root surface is given beside the style sheet
+    QPalette
+        surfacePalette; // what every widget of the root surface is given beside the style sheet
     bool dragging = false;
     QPoint dragOffset; // from the window's top-left corner to the cursor, at the press
 };

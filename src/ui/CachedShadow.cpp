@@ -1,7 +1,9 @@
 #include "ui/CachedShadow.h"
 
+#include <QEvent>
 #include <QPainter>
 #include <QPixmapCache>
+#include <QWidget>
 #include <cmath>
 
 QT_BEGIN_NAMESPACE
@@ -27,9 +29,10 @@ bool differByWholePixels(const QTransform &a, const QTransform &b)
 
 } // namespace
 
-CachedShadow::CachedShadow(QObject *parent)
-    : QGraphicsDropShadowEffect(parent)
+CachedShadow::CachedShadow(QWidget *widget)
+    : QGraphicsDropShadowEffect(widget)
 {
+    widget->installEventFilter(this);
     if (QPixmapCache::cacheLimit() < kPixmapCacheKilobytes) {
         QPixmapCache::setCacheLimit(kPixmapCacheKilobytes);
     }
@@ -37,9 +40,29 @@ CachedShadow::CachedShadow(QObject *parent)
 
 void CachedShadow::sourceChanged(ChangeFlags flags)
 {
+    dropPictures();
+    QGraphicsDropShadowEffect::sourceChanged(flags);
+}
+
+bool CachedShadow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Hide) {
+        dropPictures();
+    }
+    return QGraphicsDropShadowEffect::eventFilter(watched, event);
+}
+
+void CachedShadow::dropPictures()
+{
     source = QPixmap();
     shadow = QImage();
-    QGraphicsDropShadowEffect::sourceChanged(flags);
+}
+
+// What happens inside a hidden widget is announced to nobody.
+bool CachedShadow::mayKeepPictures() const
+{
+    const auto *widget = qobject_cast<QWidget *>(parent());
+    return widget != nullptr && widget->graphicsEffect() == this && widget->isVisible();
 }
 
 void CachedShadow::draw(QPainter *painter)
@@ -78,15 +101,14 @@ CachedShadow::ShadowRecipe CachedShadow::wantedRecipe() const
 // looks the same, and costs one rendering.)
 bool CachedShadow::sourceIsCurrent(const QTransform &transform, qreal ratio) const
 {
-    return !source.isNull() && !source.isDetached() && ratio == sourceRatio
+    return mayKeepPictures() && !source.isNull() && !source.isDetached() && ratio == sourceRatio
         && differByWholePixels(transform, sourceTransform) && recipe.blurRadius == blurRadius()
         && recipe.offset == offset();
 }
 
 void CachedShadow::renderSource(const QTransform &transform, qreal ratio)
 {
-    source = QPixmap(); // lets the old picture go before the new one is made
-    shadow = QImage();
+    dropPictures(); // lets the old ones go before the new ones are made
     // Rendered in device coordinates, so that nothing is scaled, and with room for the shadow around it.
     source = sourcePixmap(Qt::DeviceCoordinates, &sourceOffset, PadToEffectiveBoundingRect);
     sourceTransform = transform;

@@ -10,13 +10,16 @@
 // and its shadow) until the widget or something inside it really changes. The stock effect renders the widget and blurs
 // its shadow on every single draw, even when only something behind the widget moved.
 //
-// Memory: two pictures of the widget's size plus its shadow's rim. GUI thread.
+// Must be a child of the widget that it is installed on; otherwise, and while the widget is hidden, nothing is kept.
+// Memory: two pictures of the widget's size plus its shadow's rim, only while the widget is visible. GUI thread.
 class CachedShadow : public QGraphicsDropShadowEffect
 {
     Q_OBJECT
 
 public:
-    explicit CachedShadow(QObject *parent = nullptr);
+    explicit CachedShadow(QWidget *widget);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
     // How often the widget has been rendered, and its shadow blurred, since construction. For tests and benchmarks.
     int renderCount() const { return rendered; }
@@ -37,6 +40,8 @@ private:
     };
 
     ShadowRecipe wantedRecipe() const;
+    bool mayKeepPictures() const;
+    void dropPictures();
     bool sourceIsCurrent(const QTransform &transform, qreal ratio) const;
     void renderSource(const QTransform &transform, qreal ratio);
     void renderShadow();

@@ -40,7 +40,7 @@ QString badgeStyle()
 } // namespace
 
 SidebarNav::SidebarNav(QWidget *parent)
-    : QFrame(parent)
+    : SurfaceFrame(parent)
 {
     setObjectName(QStringLiteral("sidebar"));
     setAttribute(Qt::WA_MouseTracking);
@@ -175,7 +175,7 @@ void SidebarNav::setSpotlightAlpha(double alpha)
 
 void SidebarNav::enterEvent(QEnterEvent *event)
 {
-    QFrame::enterEvent(event);
+    SurfaceFrame::enterEvent(event);
     collapseTimer->stop();
     setExpanded(true, true);
     animate::restart(spotlightAnimation, spotlightAlpha, 1.0);
@@ -183,7 +183,7 @@ void SidebarNav::enterEvent(QEnterEvent *event)
 
 void SidebarNav::leaveEvent(QEvent *event)
 {
-    QFrame::leaveEvent(event);
+    SurfaceFrame::leaveEvent(event);
     collapseTimer->start();
     animate::restart(spotlightAnimation, spotlightAlpha, 0.0);
 }
@@ -192,11 +192,11 @@ void SidebarNav::mouseMoveEvent(QMouseEvent *event)
 {
     spotlightPosition = QPointF(width() / 2.0, event->position().y());
     update();
-    QFrame::mouseMoveEvent(event);
+    SurfaceFrame::mouseMoveEvent(event);
 }
 
 void SidebarNav::resizeEvent(QResizeEvent *event)
 {
-    QFrame::resizeEvent(event);
+    SurfaceFrame::resizeEvent(event);
     updateIndicatorTarget(false);
 }

@@ -1,8 +1,9 @@
 // The strip at the window's left: a badge and one button per page.
 #pragma once
 
+#include "ui/SurfaceFrame.h"
+
 #include <QColor>
-#include <QFrame>
 #include <QList>
 #include <QPointF>
 
@@ -15,7 +16,7 @@ class QVBoxLayout;
 // Widens under the cursor and narrows shortly after it left; a bar slides to the current page's button, a spotlight
 // follows the cursor. Tells which page was picked, but leaves it to the receiver to make that page the current one.
 // GUI thread; positions in its own coordinates.
-class SidebarNav : public QFrame
+class SidebarNav : public SurfaceFrame
 {
     Q_OBJECT
     Q_PROPERTY(double indicatorY MEMBER indicatorY WRITE setIndicatorY)

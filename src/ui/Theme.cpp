@@ -51,20 +51,8 @@ QColor shadeColor()
 // The style sheet leaves these alone, so they can follow the accent without looking.
 bool isAccentRole(QPalette::ColorRole role)
 {
-    return role == QPalette::Highlight || role == QPalette::HighlightedText || role == QPalette::Link
-        || role == QPalette::LinkVisited;
-}
-
-// Black or white, whichever is read better on `background` (relative luminance, threshold of equal contrast).
-QColor readableOn(const QColor &background)
-{
-    constexpr double kEqualContrast = 0.179;
-    const auto linear = [](double channel) {
-        return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-    };
-    const double luminance = 0.2126 * linear(background.redF())
-        + 0.7152 * linear(background.greenF()) + 0.0722 * linear(background.blueF());
-    return luminance > kEqualContrast ? shadeColor() : QColor(Qt::white);
+    return role == QPalette::Highlight || role == QPalette::HighlightedText
+        || role == QPalette::Link || role == QPalette::LinkVisited;
 }
 
 void setTextRoles(QPalette &palette)
@@ -93,6 +81,17 @@ void setSurfaceRoles(QPalette &palette)
 }
 
 } // namespace
+
+QColor readableOn(const QColor &background)
+{
+    constexpr double kEqualContrast = 0.179;
+    const auto linear = [](double channel) {
+        return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+    };
+    const double luminance = 0.2126 * linear(background.redF())
+        + 0.7152 * linear(background.greenF()) + 0.0722 * linear(background.blueF());
+    return luminance > kEqualContrast ? Qt::black : Qt::white;
+}
 
 QColor initialAccent()
 {
@@ -147,8 +146,12 @@ QPalette palette(const QColor &accent)
 QFont font()
 {
     // Elsewhere than on Windows: faces of about the same width, so that figures keep their room.
-    QFont font(QStringList {QStringLiteral("Segoe UI"), QStringLiteral("Noto Sans"), QStringLiteral("Open Sans"),
-                            QStringLiteral("Cantarell"), QStringLiteral("Ubuntu"), QStringLiteral("Liberation Sans")});
+    QFont font(QStringList{QStringLiteral("Segoe UI"),
+                           QStringLiteral("Noto Sans"),
+                           QStringLiteral("Open Sans"),
+                           QStringLiteral("Cantarell"),
+                           QStringLiteral("Ubuntu"),
+                           QStringLiteral("Liberation Sans")});
     font.setPixelSize(kFontPixels);
     return font;
 }
@@ -159,7 +162,8 @@ void adopt(QWidget *widget, const QPalette &palette)
     for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
         for (int i = 0; i < QPalette::NColorRoles; ++i) {
             const auto role = static_cast<QPalette::ColorRole>(i);
-            if (isAccentRole(role) || (palette.isBrushSet(group, role) && !own.isBrushSet(group, role))) {
+            if (isAccentRole(role)
+                || (palette.isBrushSet(group, role) && !own.isBrushSet(group, role))) {
                 own.setBrush(group, role, palette.brush(group, role));
             }
         }

@@ -26,6 +26,10 @@ QColor clampedAccent(const QColor &wanted);
 // Same hue, saturation 70 lower (at least 15), brightness 16 higher (at most 255).
 QColor highlightFor(const QColor &accent);
 
+// Black or white, whichever contrasts more with an opaque background; always at least 4.5 to 1. From the relative
+// luminance of sRGB, with the threshold at which both contrast alike.
+QColor readableOn(const QColor &background);
+
 // The style sheet with its six placeholders, and filled for an accent.
 QString styleSheetTemplate();
 QString styleSheet(const QColor &accent);

@@ -1,0 +1,305 @@
+// The dashboard's figures, driven by a scripted machine; and the activity log.
+#include "app/MainWindow.h"
+
+#include "fakes/ScriptedPlatform.h"
+
+#include <QLabel>
+#include <QLocale>
+#include <QProgressBar>
+#include <QRegularExpression>
+#include <QScrollBar>
+#include <QTest>
+#include <QTextEdit>
+#include <QTimer>
+#include <limits>
+#include <memory>
+
+namespace {
+
+constexpr std::uint64_t kGiB = 1ULL << 30;
+constexpr auto kHuge = std::numeric_limits<std::uint64_t>::max();
+
+QStringList linesOf(const QTextEdit *view)
+{
+    return view->toPlainText().split(QLatin1Char('\n'));
+}
+
+} // namespace
+
+class DashboardTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        fakes::scriptedPlatform() = {};
+        window = std::make_unique<MainWindow>(nullptr);
+    }
+
+    void cleanup() { window.reset(); }
+
+    void startsUnresolved()
+    {
+        const auto &page = window->dashboard;
+        for (const QLabel *label : {page.ramValue, page.diskValue, page.time, page.date}) {
+            QCOMPARE(label->text(), QStringLiteral("--"));
+        }
+        for (const QLabel *label : {page.ramValue, page.diskValue, page.time}) {
+            QCOMPARE(label->objectName(), QStringLiteral("statValue"));
+        }
+        QCOMPARE(page.date->objectName(), QStringLiteral("cardTitle"));
+        QCOMPARE(page.location->text(), QStringLiteral("Location: Resolving..."));
+        QCOMPARE(page.weather->text(), QStringLiteral("Weather: Resolving..."));
+        for (const QProgressBar *bar : {page.ramBar, page.diskBar}) {
+            QCOMPARE(bar->minimum(), 0);
+            QCOMPARE(bar->maximum(), 100);
+            QCOMPARE(bar->value(), 0);
+            QVERIFY(bar->isTextVisible());
+        }
+        QCOMPARE(fakes::scriptedPlatform().memoryQueries, 0);
+    }
+
+    void firstFiguresComeBySelf()
+    {
+        window->show();
+        QTRY_COMPARE(fakes::scriptedPlatform().memoryQueries, 1); // after 80 ms
+        QVERIFY(window->dashboard.ramValue->text() != QLatin1String("--"));
+        QTRY_VERIFY_WITH_TIMEOUT(fakes::scriptedPlatform().memoryQueries >= 3, 4000);
+        QCOMPARE(fakes::scriptedPlatform().diskQueries, fakes::scriptedPlatform().memoryQueries);
+    }
+
+    void ram_data()
+    {
+        QTest::addColumn<quint64>("total");
+        QTest::addColumn<quint64>("available");
+        QTest::addColumn<int>("load");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("usual") << quint64(17072495001) << quint64(10414574138) << 39
+                               << QStringLiteral("6.2 GB / 15.9 GB (39%%)");
+        QTest::newRow("all free") << quint64(kGiB) << quint64(kGiB) << 0
+                                  << QStringLiteral("0 B / 1.0 GB (0%%)");
+        QTest::newRow("none free")
+            << quint64(kGiB) << quint64(0) << 100 << QStringLiteral("1.0 GB / 1.0 GB (100%%)");
+        QTest::newRow("huge") << quint64(kHuge) << quint64(0) << 100
+                              << QStringLiteral("16777216.0 TB / 16777216.0 TB (100%%)");
+    }
+
+    void ram()
+    {
+        QFETCH(quint64, total);
+        QFETCH(quint64, available);
+        QFETCH(int, load);
+        fakes::scriptedPlatform().memory =
+            platform::MemoryStatus{total, available, static_cast<unsigned>(load)};
+        window->updateSystemStats();
+        QTEST(window->dashboard.ramValue->text(), "text");
+        QCOMPARE(window->dashboard.ramBar->value(), load);
+        QCOMPARE(window->dashboard.ramBar->format(), QStringLiteral("%1% used").arg(load));
+        QCOMPARE(window->dashboard.ramBar->text(), QStringLiteral("%1% used").arg(load));
+    }
+
+    void disk_data()
+    {
+        QTest::addColumn<quint64>("total");
+        QTest::addColumn<quint64>("free");
+        QTest::addColumn<int>("percent");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("usual") << quint64(511423231590) << quint64(382144715981) << 25
+                               << QStringLiteral("120.4 GB / 476.3 GB (25%% used)");
+        QTest::newRow("total 0") << quint64(0) << quint64(0) << 0
+                                 << QStringLiteral("0 B / 0 B (0%% used)");
+        QTest::newRow("truncated")
+            << quint64(1000) << quint64(1) << 99 << QStringLiteral("999 B / 1000 B (99%% used)");
+        QTest::newRow("full") << quint64(kGiB) << quint64(0) << 100
+                              << QStringLiteral("1.0 GB / 1.0 GB (100%% used)");
+    }
+
+    void disk()
+    {
+        QFETCH(quint64, total);
+        QFETCH(quint64, free);
+        QFETCH(int, percent);
+        fakes::scriptedPlatform().disk = platform::DiskSpace{total, free};
+        window->updateSystemStats();
+        QTEST(window->dashboard.diskValue->text(), "text");
+        QCOMPARE(window->dashboard.diskBar->value(), percent);
+        QCOMPARE(window->dashboard.diskBar->format(), QStringLiteral("%1% used").arg(percent));
+    }
+
+    void halvesFailOnTheirOwn_data()
+    {
+        QTest::addColumn<bool>("memoryFails");
+        QTest::addColumn<bool>("diskFails");
+        QTest::newRow("memory") << true << false;
+        QTest::newRow("disk") << false << true;
+        QTest::newRow("both") << true << true;
+        QTest::newRow("neither") << false << false;
+    }
+
+    void halvesFailOnTheirOwn()
+    {
+        QFETCH(bool, memoryFails);
+        QFETCH(bool, diskFails);
+        window->updateSystemStats(); // figures first, so that a failure must clear them
+        auto &script = fakes::scriptedPlatform();
+        const auto memory = script.memory;
+        const auto disk = script.disk;
+        if (memoryFails) {
+            script.memory.reset();
+        }
+        if (diskFails) {
+            script.disk.reset();
+        }
+        window->dashboard.time->setText(QStringLiteral("old"));
+        window->updateSystemStats();
+        const auto &page = window->dashboard;
+        QCOMPARE(page.ramValue->text() == QLatin1String("RAM stats unavailable"), memoryFails);
+        QCOMPARE(page.ramBar->format() == QLatin1String("Unavailable"), memoryFails);
+        QCOMPARE(page.ramBar->value() == 0, memoryFails);
+        QCOMPARE(page.diskValue->text() == QLatin1String("Disk stats unavailable"), diskFails);
+        QCOMPARE(page.diskBar->format() == QLatin1String("Unavailable"), diskFails);
+        QCOMPARE(page.diskBar->value() == 0, diskFails);
+        QVERIFY(page.time->text() != QLatin1String("old")); // the clock goes on
+        QCOMPARE(linesOf(window->historyLogView).size(), 1); // and nothing is logged
+
+        script.memory = memory;
+        script.disk = disk;
+        window->updateSystemStats(); // the next tick tries again
+        QCOMPARE(page.ramBar->value(), 25);
+        QCOMPARE(page.diskBar->value(), 25);
+    }
+
+    void labelsWithoutBars()
+    {
+        window->dashboard.ramBar = nullptr;
+        window->dashboard.diskBar = nullptr;
+        window->updateSystemStats();
+        QCOMPARE(window->dashboard.ramValue->text(), QStringLiteral("4.0 GB / 16.0 GB (25%%)"));
+        QCOMPARE(window->dashboard.diskValue->text(),
+                 QStringLiteral("128.0 GB / 512.0 GB (25%% used)"));
+        fakes::scriptedPlatform().memory.reset();
+        fakes::scriptedPlatform().disk.reset();
+        window->updateSystemStats();
+        QCOMPARE(window->dashboard.ramValue->text(), QStringLiteral("RAM stats unavailable"));
+        QCOMPARE(window->dashboard.diskValue->text(), QStringLiteral("Disk stats unavailable"));
+    }
+
+    void clock()
+    {
+        QDateTime before = QDateTime::currentDateTime();
+        window->updateLiveDateTime();
+        const QDateTime after = QDateTime::currentDateTime();
+        const QString format = QStringLiteral("hh:mm:ss AP");
+        QVERIFY(window->dashboard.time->text() == before.toString(format)
+                || window->dashboard.time->text() == after.toString(format));
+        QVERIFY(QRegularExpression(QStringLiteral("^(0[1-9]|1[0-2]):[0-5]\\d:[0-5]\\d (AM|PM)$"))
+                    .match(window->dashboard.time->text())
+                    .hasMatch());
+        const QString date = QLocale::c().toString(after, QStringLiteral("dddd, MMMM d, yyyy"));
+        QCOMPARE(window->dashboard.date->text(), date);
+    }
+
+    void clockWithoutLabels()
+    {
+        window->dashboard.time = nullptr;
+        window->dashboard.date = nullptr;
+        window->updateLiveDateTime();
+    }
+
+    void tickCostsLittle()
+    {
+        QBENCHMARK {
+            window->updateSystemStats();
+        }
+    }
+
+    void readyIsTheFirstLine()
+    {
+        const QRegularExpression ready(
+            QStringLiteral("^\\[([01]\\d|2[0-3]):[0-5]\\d:[0-5]\\d\\] Ready\\.$"));
+        for (const QTextEdit *view : {window->activityLogView, window->historyLogView}) {
+            QVERIFY(view->isReadOnly());
+            QCOMPARE(linesOf(view).size(), 1);
+            QVERIFY(ready.match(linesOf(view).constFirst()).hasMatch());
+        }
+        QVERIFY(window->cleanerPage->isAncestorOf(window->activityLogView));
+        QVERIFY(window->logsPage->isAncestorOf(window->historyLogView));
+    }
+
+    void linesAreTheSameInBothViews()
+    {
+        window->log(QStringLiteral("first"));
+        window->log(QStringLiteral("second"));
+        QCOMPARE(window->activityLogView->toPlainText(), window->historyLogView->toPlainText());
+        QCOMPARE(linesOf(window->historyLogView).size(), 3);
+        QVERIFY(linesOf(window->historyLogView).at(2).endsWith(QLatin1String("] second")));
+    }
+
+    void textIsShownAsTyped_data()
+    {
+        QTest::addColumn<QString>("message");
+        QTest::newRow("tags") << QStringLiteral("<b>bold</b> <img src=\"x\"> &lt; &amp;");
+        QTest::newRow("html") << QStringLiteral("<html><body>hello</body></html>");
+        QTest::newRow("entity") << QStringLiteral("a &lt; b");
+        QTest::newRow("spaces") << QStringLiteral("  two  blanks ");
+        QTest::newRow("empty") << QString();
+    }
+
+    void textIsShownAsTyped()
+    {
+        QFETCH(QString, message);
+        window->log(message);
+        QCOMPARE(linesOf(window->activityLogView).constLast().mid(11), message);
+        QCOMPARE(linesOf(window->historyLogView).constLast().mid(11), message);
+    }
+
+    void lineBreaksAreKept()
+    {
+        window->log(QStringLiteral("one\ntwo"));
+        window->log(QStringLiteral("three"));
+        const QStringList lines = linesOf(window->historyLogView);
+        QCOMPARE(lines.size(), 4);
+        QVERIFY(lines.at(1).endsWith(QLatin1String("] one")));
+        QCOMPARE(lines.at(2), QStringLiteral("two"));
+        QVERIFY(lines.at(3).endsWith(QLatin1String("] three")));
+    }
+
+    void missingViewsAreSkipped()
+    {
+        const QString before = window->historyLogView->toPlainText();
+        QTextEdit *activity = std::exchange(window->activityLogView, nullptr);
+        window->log(QStringLiteral("half"));
+        QVERIFY(window->historyLogView->toPlainText() != before);
+        window->historyLogView = nullptr;
+        window->log(QStringLiteral("lost"));
+        window->onShowLogFromToast();
+        QCOMPARE(linesOf(activity).size(), 1);
+    }
+
+    void showLogGoesToTheNewestLine()
+    {
+        window->show();
+        window->onNavChanged(MainWindow::CleanerPage);
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        for (int i = 0; i < 200; ++i) {
+            window->log(QStringLiteral("line %1").arg(i));
+        }
+        QScrollBar *bar = window->activityLogView->verticalScrollBar();
+        QTRY_VERIFY(bar->maximum() > 0);
+        QCOMPARE(bar->value(), bar->maximum()); // follows while at the bottom
+        bar->setValue(0);
+        window->log(QStringLiteral("while reading above"));
+        QCOMPARE(bar->value(), 0);
+        QVERIFY(QMetaObject::invokeMethod(window.get(), "onShowLogFromToast"));
+        QCOMPARE(bar->value(), bar->maximum());
+        QVERIFY(window->activityLogView->hasFocus());
+    }
+
+private:
+    std::unique_ptr<MainWindow> window;
+};
+
+QTEST_MAIN(DashboardTest)
+#include "DashboardTest.moc"

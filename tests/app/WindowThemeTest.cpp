@@ -1,0 +1,297 @@
+// The accent in the window: slots, palette and font on every widget, contrast, pulse.
+#include "app/MainWindow.h"
+
+#include "fakes/ScriptedPlatform.h"
+#include "ui/AnimatedNav.h"
+#include "ui/NavButton.h"
+#include "ui/ParticleCanvas.h"
+#include "ui/Theme.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPushButton>
+#include <QSlider>
+#include <QStackedWidget>
+#include <QTest>
+#include <QTextEdit>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+namespace {
+
+double luminance(const QColor &color)
+{
+    const auto linear = [](double c) {
+        return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
+        + 0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor &a, const QColor &b)
+{
+    const double first = luminance(a);
+    const double second = luminance(b);
+    return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
+}
+
+QImage pictureOver(QWidget &window, const QColor &desktop)
+{
+    QImage image(window.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(desktop);
+    window.render(&image, {}, {}, QWidget::DrawChildren);
+    return image;
+}
+
+} // namespace
+
+class WindowThemeTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        fakes::scriptedPlatform() = {};
+        window = std::make_unique<MainWindow>(nullptr);
+        window->timers.pulse->stop();
+        window->timers.particles->stop();
+    }
+
+    void cleanup() { window.reset(); }
+
+    void startsWithTheInitialAccent()
+    {
+        QCOMPARE(window->accentColor, QColor::fromHsv(205, 133, 255, 255));
+        QCOMPARE(window->rootSurface->styleSheet(), theme::styleSheet(window->accentColor));
+        QVERIFY(window->styleSheet().isEmpty());
+        QVERIFY(qApp->styleSheet().isEmpty());
+        QCOMPARE(window->sidebar->items().constFirst()->accent(), window->accentColor);
+    }
+
+    void applyThemeLiftsTheMember_data()
+    {
+        QTest::addColumn<QColor>("wanted");
+        QTest::addColumn<QColor>("used");
+        QTest::newRow("grey") << QColor(128, 128, 128) << QColor::fromHsv(205, 20, 128);
+        QTest::newRow("black") << QColor(Qt::black) << QColor::fromHsv(205, 20, 90);
+        QTest::newRow("hue 359") << QColor::fromHsv(359, 255, 255)
+                                 << QColor::fromHsv(359, 255, 255);
+    }
+
+    void applyThemeLiftsTheMember()
+    {
+        QFETCH(QColor, wanted);
+        QFETCH(QColor, used);
+        window->accentColor = wanted;
+        const QColor canvas = window->particleCanvas->accentColor;
+        window->applyTheme();
+        QCOMPARE(window->accentColor, used);
+        QCOMPARE(window->rootSurface->styleSheet(), theme::styleSheet(used));
+        QCOMPARE(window->sidebar->items().constLast()->accent(), used);
+        QCOMPARE(window->particleCanvas->accentColor, canvas); // the canvas is not its business
+    }
+
+    void applyThemeWithoutItsWidgets()
+    {
+        QWidget *root = std::exchange(window->rootSurface, nullptr);
+        window->accentColor = Qt::black;
+        window->applyTheme();
+        QCOMPARE(window->accentColor, QColor(Qt::black));
+        window->rootSurface = root;
+        window->sidebar = nullptr;
+        window->applyTheme();
+        QCOMPARE(window->accentColor, QColor::fromHsv(205, 20, 90));
+    }
+
+    void slotsWithoutSliders()
+    {
+        window->onAccentHueChanged(10);
+        QCOMPARE(window->accentColor, QColor::fromHsv(10, 133, 255));
+        QCOMPARE(window->particleCanvas->accentColor, window->accentColor);
+        window->onAccentSaturationChanged(77);
+        QCOMPARE(window->accentColor, QColor::fromHsv(205, 77, 255));
+        window->onAccentValueChanged(99);
+        QCOMPARE(window->accentColor, QColor::fromHsv(205, 133, 99));
+        window->onAccentValueChanged(5);
+        QCOMPARE(window->accentColor.value(), 90);
+        QCOMPARE(window->particleCanvas->accentColor, window->accentColor);
+        window->onRandomizeTheme();
+        QCOMPARE(window->accentColor.value(), 90);
+    }
+
+    void slotsWithSliders()
+    {
+        addSliders();
+        window->settings.hue->setValue(42);
+        QCOMPARE(window->accentColor, QColor::fromHsv(42, 133, 255));
+        window->settings.saturation->setValue(200);
+        QCOMPARE(window->accentColor, QColor::fromHsv(42, 200, 255));
+        window->settings.brightness->setValue(100);
+        QCOMPARE(window->accentColor, QColor::fromHsv(42, 200, 100));
+    }
+
+    void randomThemesStayInRange()
+    {
+        addSliders();
+        for (int i = 0; i < 100; ++i) {
+            window->onRandomizeTheme();
+            QVERIFY(window->settings.saturation->value() >= 90);
+            QVERIFY(window->settings.brightness->value() >= 160);
+            QCOMPARE(window->accentColor,
+                     QColor::fromHsv(window->settings.hue->value(),
+                                     window->settings.saturation->value(),
+                                     window->settings.brightness->value()));
+        }
+    }
+
+    void autoColorShiftOnlySetsTheFlag()
+    {
+        window->onAutoColorShiftToggled(false);
+        QVERIFY(!window->particleCanvas->autoColorShift);
+        window->onAutoColorShiftToggled(true);
+        QVERIFY(window->particleCanvas->autoColorShift);
+        ParticleCanvas *canvas = std::exchange(window->particleCanvas, nullptr);
+        window->onAutoColorShiftToggled(false);
+        window->onAccentHueChanged(1);
+        window->tickParticles();
+        QVERIFY(canvas->autoColorShift);
+        window->particleCanvas = canvas;
+    }
+
+    void pulseWraps()
+    {
+        QCOMPARE(window->pulsePhase, 0.0);
+        for (int tick = 1; tick < 105; ++tick) {
+            window->pulsePrimaryButtons();
+            QVERIFY(window->pulsePhase > 0.0);
+        }
+        QVERIFY(std::abs(window->pulsePhase - 6.24) < 1e-9);
+        window->pulsePrimaryButtons();
+        QCOMPARE(window->pulsePhase, 0.0);
+    }
+
+    void pulseSleepsInLowMemory()
+    {
+        window->setProperty("perfMode", 0);
+        window->pulsePrimaryButtons();
+        QCOMPARE(window->pulsePhase, 0.0);
+        window->setProperty("perfMode", 1);
+        window->pulsePrimaryButtons();
+        QCOMPARE(window->pulsePhase, 0.06);
+    }
+
+    // Also for widgets that come later, and after the accent changed.
+    void everyWidgetGetsPaletteAndFont()
+    {
+        window->show();
+        addStrangers(window->startupPage);
+        window->onNavChanged(MainWindow::StartupPage);
+        for (const int hue : {205, 20}) {
+            window->onAccentHueChanged(hue);
+            QCOMPARE(window->rootSurface->palette().color(QPalette::Text),
+                     QColor(0xf2, 0xf6, 0xff));
+            const auto widgets = window->startupPage->findChildren<QWidget *>();
+            for (const QWidget *widget : widgets) {
+                if (!widget->testAttribute(Qt::WA_WState_Polished)) {
+                    continue;
+                }
+                QVERIFY(luminance(widget->palette().color(QPalette::Text)) > 0.7);
+                QVERIFY(luminance(widget->palette().color(QPalette::ButtonText)) > 0.7);
+                QVERIFY(luminance(widget->palette().color(QPalette::WindowText)) > 0.7);
+                QCOMPARE(widget->palette().color(QPalette::Highlight), window->accentColor);
+                QVERIFY(widget->font().pixelSize() >= 13);
+                QCOMPARE(widget->font().families().constFirst(), QStringLiteral("Segoe UI"));
+            }
+        }
+    }
+
+    void textIsReadableWhateverIsBehind_data()
+    {
+        QTest::addColumn<int>("page");
+        QTest::addColumn<QColor>("desktop");
+        for (int page = 0; page < 8; ++page) {
+            for (const char *desktop : {"black", "white"}) {
+                QTest::addRow("page %d on %s", page, desktop) << page << QColor(desktop);
+            }
+        }
+    }
+
+    void textIsReadableWhateverIsBehind()
+    {
+        QFETCH(int, page);
+        QFETCH(QColor, desktop);
+        window->show();
+        addStrangers(window->pageStack->widget(page));
+        window->pageStack->setCurrentIndex(page);
+        window->pageStack->widget(page)->setGraphicsEffect(nullptr);
+        window->updateSystemStats();
+        QCoreApplication::processEvents();
+        const QImage picture = pictureOver(*window, desktop);
+        int checked = 0;
+        const auto widgets = window->rootSurface->findChildren<QWidget *>();
+        for (QWidget *widget : widgets) {
+            if (!widget->isVisible() || !showsText(widget)) {
+                continue;
+            }
+            const int inset = qobject_cast<QPushButton *>(widget) != nullptr ? 6 : 2; // past a border
+            const QPoint corner
+                = widget->mapTo(window.get(), QPoint(inset, widget->height() - 1 - inset));
+            const QColor behind = picture.pixelColor(corner);
+            const double ratio =
+                contrast(widget->palette().color(widget->foregroundRole()), behind);
+            QVERIFY2(ratio >= 4.5,
+                     qPrintable(QStringLiteral("%1 %2: %3 on %4")
+                                    .arg(QLatin1String(widget->metaObject()->className()),
+                                         widget->objectName())
+                                    .arg(ratio)
+                                    .arg(behind.name())));
+            ++checked;
+        }
+        QVERIFY(checked > 5);
+    }
+
+private:
+    void addSliders()
+    {
+        const auto add = [this](int from, int to, int value, void (MainWindow::*slot)(int)) {
+            auto *slider = new QSlider(window->settings.page);
+            slider->setRange(from, to);
+            slider->setValue(value);
+            connect(slider, &QSlider::valueChanged, window.get(), slot);
+            return slider;
+        };
+        window->settings.hue = add(0, 359, 205, &MainWindow::onAccentHueChanged);
+        window->settings.saturation = add(20, 255, 133, &MainWindow::onAccentSaturationChanged);
+        window->settings.brightness = add(90, 255, 255, &MainWindow::onAccentValueChanged);
+    }
+
+    static void addStrangers(QWidget *page)
+    {
+        QWidget *card = page->findChild<QFrame *>(QStringLiteral("glassCard"));
+        for (QWidget *widget :
+             std::initializer_list<QWidget *>{new QPushButton(QStringLiteral("Button"), card),
+                                              new QLabel(QStringLiteral("Label"), card),
+                                              new QLineEdit(QStringLiteral("Edit"), card),
+                                              new QTextEdit(QStringLiteral("Text"), card)}) {
+            card->layout()->addWidget(widget);
+        }
+    }
+
+    static bool showsText(QWidget *widget)
+    {
+        return qobject_cast<QLabel *>(widget) != nullptr
+            || qobject_cast<QTextEdit *>(widget) != nullptr
+            || qobject_cast<QPushButton *>(widget) != nullptr
+            || qobject_cast<QLineEdit *>(widget) != nullptr;
+    }
+
+    std::unique_ptr<MainWindow> window;
+};
+
+QTEST_MAIN(WindowThemeTest)
+#include "WindowThemeTest.moc"

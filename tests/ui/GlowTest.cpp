@@ -1,0 +1,155 @@
+#include "ui/Glow.h"
+
+#include "ui/GlassCard.h"
+
+#include <QGraphicsDropShadowEffect>
+#include <QGraphicsOpacityEffect>
+#include <QLabel>
+#include <QPushButton>
+#include <QSlider>
+#include <QTest>
+#include <QVBoxLayout>
+#include <QVariantAnimation>
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+QGraphicsDropShadowEffect *shadowOf(const QWidget &widget)
+{
+    return qobject_cast<QGraphicsDropShadowEffect *>(widget.graphicsEffect());
+}
+
+} // namespace
+
+class GlowTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cardsHaveTitleAndAccentLine()
+    {
+        QWidget parent;
+        GlassCard *card = createGlassCard(&parent, QStringLiteral("RAM"));
+        QCOMPARE(card->parentWidget(), &parent);
+        auto *layout = qobject_cast<QVBoxLayout *>(card->layout());
+        QVERIFY(layout != nullptr);
+        QCOMPARE(layout->contentsMargins(), QMargins(18, 16, 18, 16));
+        QCOMPARE(layout->spacing(), 10);
+        QCOMPARE(layout->count(), 2);
+        const auto *title = qobject_cast<QLabel *>(layout->itemAt(0)->widget());
+        QCOMPARE(title->objectName(), QStringLiteral("cardTitle"));
+        QCOMPARE(title->text(), QStringLiteral("RAM"));
+        const QWidget *line = layout->itemAt(1)->widget();
+        QCOMPARE(line->objectName(), QStringLiteral("cardAccentLine"));
+        QCOMPARE(line->minimumHeight(), 2);
+        QCOMPARE(line->maximumHeight(), 2);
+        QVERIFY(qobject_cast<const QFrame *>(line) != nullptr);
+    }
+
+    void glowReplacesAnyEffect()
+    {
+        QPushButton button;
+        button.setGraphicsEffect(new QGraphicsOpacityEffect);
+        applyGlow(&button, QColor(58, 126, 255, 40), 24);
+        QVERIFY(shadowOf(button) != nullptr);
+        QCOMPARE(shadowOf(button)->blurRadius(), 24.0);
+        QCOMPARE(shadowOf(button)->color(), QColor(58, 126, 255, 40));
+        QCOMPARE(shadowOf(button)->offset(), QPointF(0, 0));
+        applyGlow(&button, Qt::red, 5);
+        QCOMPARE(shadowOf(button)->blurRadius(), 5.0);
+    }
+
+    void glowLeavesCardsAlone()
+    {
+        GlassCard card(nullptr);
+        const QGraphicsEffect *before = card.graphicsEffect();
+        applyGlow(&card, Qt::red, 99);
+        QCOMPARE(card.graphicsEffect(), before);
+        QCOMPARE(shadowOf(card)->blurRadius(), 18.0);
+        applyGlow(nullptr, Qt::red, 1); // harmless
+    }
+
+    void standardGlow()
+    {
+        QCOMPARE(standardGlowColor(), QColor(58, 126, 255, 40));
+        QCOMPARE(kStandardGlowRadius, 24);
+    }
+
+    void sliderAtRest()
+    {
+        QSlider slider;
+        applySliderInteractionGlow(&slider, QColor(10, 20, 30, 5));
+        QCOMPARE(shadowOf(slider)->blurRadius(), 10.0);
+        QCOMPARE(shadowOf(slider)->offset(), QPointF(0, 0));
+        QCOMPARE(shadowOf(slider)->color(), QColor(10, 20, 30, 70));
+        const auto *pulse = slider.findChild<QVariantAnimation *>();
+        QCOMPARE(pulse->duration(), 820);
+        QCOMPARE(pulse->loopCount(), -1);
+        QCOMPARE(pulse->easingCurve().type(), QEasingCurve::InOutSine);
+        QCOMPARE(pulse->startValue().toDouble(), 0.0);
+        QCOMPARE(pulse->endValue().toDouble(), 1.0);
+        QCOMPARE(pulse->state(), QAbstractAnimation::Stopped);
+    }
+
+    void pressedSliderPulses()
+    {
+        QSlider slider;
+        applySliderInteractionGlow(&slider, QColor(10, 20, 30));
+        auto *pulse = slider.findChild<QVariantAnimation *>();
+        slider.setSliderDown(true);
+        QCOMPARE(pulse->state(), QAbstractAnimation::Running);
+        for (const int time : {100, 205, 410, 615, 800}) {
+            pulse->setCurrentTime(time);
+            const double value = pulse->currentValue().toDouble();
+            QCOMPARE(double(shadowOf(slider)->blurRadius()), 18 + 8 * value);
+            const int alpha =
+                std::clamp(static_cast<int>(120 + 70 * std::sin(value * 6.28318)), 90, 220);
+            QCOMPARE(shadowOf(slider)->color(), QColor(10, 20, 30, alpha));
+        }
+    }
+
+    // On the first press the pressed values or the pulse's first value show, until the next tick.
+    void firstPressShowsOneOfTwo()
+    {
+        QSlider slider;
+        applySliderInteractionGlow(&slider, QColor(10, 20, 30));
+        slider.setSliderDown(true);
+        const double blur = shadowOf(slider)->blurRadius();
+        QVERIFY((blur == 22.0 && shadowOf(slider)->color().alpha() == 145)
+                || (blur >= 18.0 && blur < 19.0));
+    }
+
+    void releasedBeforeTheFirstTick()
+    {
+        QSlider slider;
+        applySliderInteractionGlow(&slider, QColor(10, 20, 30));
+        slider.setSliderDown(true);
+        slider.setSliderDown(false);
+        QCOMPARE(slider.findChild<QVariantAnimation *>()->state(), QAbstractAnimation::Stopped);
+        QCOMPARE(shadowOf(slider)->blurRadius(), 10.0);
+        QCOMPARE(shadowOf(slider)->color(), QColor(10, 20, 30, 70));
+    }
+
+    void anotherEffectEndsThePulse()
+    {
+        QSlider slider;
+        applySliderInteractionGlow(&slider, QColor(10, 20, 30));
+        slider.setGraphicsEffect(nullptr);
+        slider.setSliderDown(true);
+        slider.setSliderDown(false); // must not touch the effect that is gone
+        QVERIFY(slider.graphicsEffect() == nullptr);
+    }
+
+    void destroyedWhilePulsing()
+    {
+        auto *slider = new QSlider;
+        applySliderInteractionGlow(slider, QColor(10, 20, 30));
+        slider->setSliderDown(true);
+        delete slider;
+        QCoreApplication::processEvents();
+    }
+};
+
+QTEST_MAIN(GlowTest)
+#include "GlowTest.moc"
