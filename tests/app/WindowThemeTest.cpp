@@ -238,9 +238,10 @@ private slots:
             if (!widget->isVisible() || !showsText(widget)) {
                 continue;
             }
-            const int inset = qobject_cast<QPushButton *>(widget) != nullptr ? 6 : 2; // past a border
-            const QPoint corner
-                = widget->mapTo(window.get(), QPoint(inset, widget->height() - 1 - inset));
+            const int inset =
+                qobject_cast<QPushButton *>(widget) != nullptr ? 6 : 2; // past a border
+            const QPoint corner =
+                widget->mapTo(window.get(), QPoint(inset, widget->height() - 1 - inset));
             const QColor behind = picture.pixelColor(corner);
             const double ratio =
                 contrast(widget->palette().color(widget->foregroundRole()), behind);
