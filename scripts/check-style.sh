@@ -15,7 +15,7 @@ clang-format --dry-run --Werror "${sources[@]}"
 [ -f build/dev/compile_commands.json ] || configure_and_build dev
 stamps=$veltra_cache/tidy
 mkdir -p "$stamps"
-common=$(git ls-files '*.h' .clang-tidy tests/.clang-tidy 'CMakeLists.txt' 'cmake/*' | xargs sha256sum | sha256sum)
+common=$(git ls-files '*.h' '*.clang-tidy' 'CMakeLists.txt' 'cmake/*' | xargs sha256sum | sha256sum)
 
 changed=()
 declare -A stamp_of

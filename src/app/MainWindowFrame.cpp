@@ -96,29 +96,25 @@ void MainWindow::mouseReleaseEvent(QMouseEvent *event)
 
 bool MainWindow::filterTitleBarEvent(QEvent *event)
 {
-    switch (event->type()) {
-    case QEvent::MouseButtonPress: {
-        const auto *press = static_cast<QMouseEvent *>(event);
-        if (press->button() != Qt::LeftButton) {
-            return false;
-        }
-        startDragging(press->globalPosition().toPoint());
-        return true;
-    }
-    case QEvent::MouseMove: {
-        const auto *move = static_cast<QMouseEvent *>(event);
-        if (!dragging || !move->buttons().testFlag(Qt::LeftButton)) {
-            return false;
-        }
-        dragTo(move->globalPosition().toPoint());
-        return true;
-    }
-    case QEvent::MouseButtonRelease:
-        dragging = false;
-        return true;
-    default:
+    const auto *mouse = dynamic_cast<QMouseEvent *>(event);
+    if (mouse == nullptr) {
         return false;
     }
+    const QPoint position = mouse->globalPosition().toPoint();
+    if (event->type() == QEvent::MouseButtonPress && mouse->button() == Qt::LeftButton) {
+        startDragging(position);
+        return true;
+    }
+    if (event->type() == QEvent::MouseMove && dragging
+        && mouse->buttons().testFlag(Qt::LeftButton)) {
+        dragTo(position);
+        return true;
+    }
+    if (event->type() == QEvent::MouseButtonRelease) {
+        dragging = false;
+        return true;
+    }
+    return false;
 }
 
 bool MainWindow::eventFilter(QObject *watched, QEvent *event)

@@ -55,6 +55,17 @@ bool isAccentRole(QPalette::ColorRole role)
         || role == QPalette::Link || role == QPalette::LinkVisited;
 }
 
+void fillGroup(QPalette &own, QPalette::ColorGroup group, const QPalette &palette)
+{
+    for (int i = 0; i < QPalette::NColorRoles; ++i) {
+        const auto role = static_cast<QPalette::ColorRole>(i);
+        const bool isGap = palette.isBrushSet(group, role) && !own.isBrushSet(group, role);
+        if (isGap || isAccentRole(role)) {
+            own.setBrush(group, role, palette.brush(group, role));
+        }
+    }
+}
+
 void setTextRoles(QPalette &palette)
 {
     for (const auto role :
@@ -160,13 +171,7 @@ void adopt(QWidget *widget, const QPalette &palette)
 {
     QPalette own = widget->palette();
     for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-        for (int i = 0; i < QPalette::NColorRoles; ++i) {
-            const auto role = static_cast<QPalette::ColorRole>(i);
-            if (isAccentRole(role)
-                || (palette.isBrushSet(group, role) && !own.isBrushSet(group, role))) {
-                own.setBrush(group, role, palette.brush(group, role));
-            }
-        }
+        fillGroup(own, group, palette);
     }
     widget->setPalette(own);
     if (!widget->testAttribute(Qt::WA_SetFont)) {

@@ -3,6 +3,8 @@
 namespace theme {
 
 // Rule after rule without line breaks. %1 to %3 are the accent's red, green and blue, %4 to %6 the highlight's.
+// It is long, but it is data.
+// NOLINTNEXTLINE(readability-function-size)
 QString styleSheetTemplate()
 {
     return QStringLiteral(

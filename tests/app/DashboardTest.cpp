@@ -75,14 +75,14 @@ private slots:
         QTest::addColumn<quint64>("available");
         QTest::addColumn<int>("load");
         QTest::addColumn<QString>("text");
-        QTest::newRow("usual") << quint64(17072495001) << quint64(10414574138) << 39
-                               << QStringLiteral("6.2 GB / 15.9 GB (39%%)");
-        QTest::newRow("all free") << quint64(kGiB) << quint64(kGiB) << 0
-                                  << QStringLiteral("0 B / 1.0 GB (0%%)");
-        QTest::newRow("none free")
-            << quint64(kGiB) << quint64(0) << 100 << QStringLiteral("1.0 GB / 1.0 GB (100%%)");
-        QTest::newRow("huge") << quint64(kHuge) << quint64(0) << 100
-                              << QStringLiteral("16777216.0 TB / 16777216.0 TB (100%%)");
+        const auto row =
+            [](const char *name, quint64 total, quint64 available, int load, const char *text) {
+                QTest::newRow(name) << total << available << load << QString::fromLatin1(text);
+            };
+        row("usual", 17072495001, 10414574138, 39, "6.2 GB / 15.9 GB (39%%)");
+        row("all free", kGiB, kGiB, 0, "0 B / 1.0 GB (0%%)");
+        row("none free", kGiB, 0, 100, "1.0 GB / 1.0 GB (100%%)");
+        row("huge", kHuge, 0, 100, "16777216.0 TB / 16777216.0 TB (100%%)");
     }
 
     void ram()
@@ -105,14 +105,14 @@ private slots:
         QTest::addColumn<quint64>("free");
         QTest::addColumn<int>("percent");
         QTest::addColumn<QString>("text");
-        QTest::newRow("usual") << quint64(511423231590) << quint64(382144715981) << 25
-                               << QStringLiteral("120.4 GB / 476.3 GB (25%% used)");
-        QTest::newRow("total 0") << quint64(0) << quint64(0) << 0
-                                 << QStringLiteral("0 B / 0 B (0%% used)");
-        QTest::newRow("truncated")
-            << quint64(1000) << quint64(1) << 99 << QStringLiteral("999 B / 1000 B (99%% used)");
-        QTest::newRow("full") << quint64(kGiB) << quint64(0) << 100
-                              << QStringLiteral("1.0 GB / 1.0 GB (100%% used)");
+        const auto row =
+            [](const char *name, quint64 total, quint64 free, int percent, const char *text) {
+                QTest::newRow(name) << total << free << percent << QString::fromLatin1(text);
+            };
+        row("usual", 511423231590, 382144715981, 25, "120.4 GB / 476.3 GB (25%% used)");
+        row("total 0", 0, 0, 0, "0 B / 0 B (0%% used)");
+        row("truncated", 1000, 1, 99, "999 B / 1000 B (99%% used)");
+        row("full", kGiB, 0, 100, "1.0 GB / 1.0 GB (100%% used)");
     }
 
     void disk()

@@ -19,7 +19,7 @@ namespace {
 void oneStep(MainWindow &window, QRandomGenerator &random)
 {
     const auto widgets = window.findChildren<QWidget *>();
-    QWidget *any = widgets.at(random.bounded(int(widgets.size())));
+    QWidget *any = widgets.at(random.bounded(static_cast<int>(widgets.size())));
     const QPointF place = any->mapToGlobal(QPointF(random.bounded(200), random.bounded(60)));
     switch (random.bounded(9)) {
     case 0:

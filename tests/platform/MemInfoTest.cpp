@@ -98,9 +98,9 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(MemInfo, everyPrefixIsSafe)
 {
-    const std::string text = kModern;
-    for (std::size_t length = 0; length < text.size(); ++length) {
-        const auto memory = parse(std::string_view(text).substr(0, length));
+    constexpr std::string_view kText = kModern;
+    for (std::size_t length = 0; length < kText.size(); ++length) {
+        const auto memory = parse(kText.substr(0, length));
         if (memory) {
             EXPECT_EQ(memory->totalBytes, 24599556 * kKiB);
         }

@@ -25,22 +25,21 @@ class Scene : public QWidget
 {
 public:
     Scene(const QSize &panelSize, const Recipe &recipe, bool cached)
+        : panel(new QFrame(this))
+        , label(new QLabel(QStringLiteral("Veltra"), panel))
+        , panelEffect(addEffect(panel, recipe, cached))
+        , labelEffect(addEffect(label, recipe, cached))
     {
         setAutoFillBackground(true);
         QPalette background = palette();
         background.setColor(QPalette::Window, QColor(200, 150, 90));
         setPalette(background);
-
-        panel = new QFrame(this);
         panel->setObjectName(QStringLiteral("panel"));
         panel->setStyleSheet(QStringLiteral(
             "QFrame#panel { background: rgba(14, 27, 52, 128); border-radius: 10px; }"));
         panel->setGeometry(QRect(QPoint(40, 33), panelSize));
-        label = new QLabel(QStringLiteral("Veltra"), panel);
         label->setGeometry(8, 5, panelSize.width() - 16, panelSize.height() - 10);
         resize(panelSize + QSize(80, 70));
-        panelEffect = addEffect(panel, recipe, cached);
-        labelEffect = addEffect(label, recipe, cached);
     }
 
     QImage picture(qreal ratio)
@@ -52,10 +51,10 @@ public:
         return image;
     }
 
-    QFrame *panel = nullptr;
-    QLabel *label = nullptr;
-    QGraphicsDropShadowEffect *panelEffect = nullptr;
-    QGraphicsDropShadowEffect *labelEffect = nullptr;
+    QFrame *panel;
+    QLabel *label;
+    QGraphicsDropShadowEffect *panelEffect;
+    QGraphicsDropShadowEffect *labelEffect;
 
 private:
     static QGraphicsDropShadowEffect *addEffect(QWidget *widget, const Recipe &recipe, bool cached)

@@ -233,21 +233,21 @@ private slots:
 
     void keyboardActivates_data()
     {
-        QTest::addColumn<int>("key");
-        QTest::addColumn<int>("clicks");
-        QTest::newRow("space") << int(Qt::Key_Space) << 1;
-        QTest::newRow("return") << int(Qt::Key_Return) << 1;
-        QTest::newRow("enter") << int(Qt::Key_Enter) << 1;
-        QTest::newRow("letter") << int(Qt::Key_A) << 0;
+        QTest::addColumn<Qt::Key>("key");
+        QTest::addColumn<qsizetype>("clicks");
+        QTest::newRow("space") << Qt::Key_Space << 1LL;
+        QTest::newRow("return") << Qt::Key_Return << 1LL;
+        QTest::newRow("enter") << Qt::Key_Enter << 1LL;
+        QTest::newRow("letter") << Qt::Key_A << 0LL;
     }
 
     void keyboardActivates()
     {
-        QFETCH(int, key);
+        QFETCH(Qt::Key, key);
         NavButton button(QStringLiteral("Logs"), redIcon(), nullptr);
         QSignalSpy clicked(&button, &NavButton::clicked);
-        QTest::keyClick(&button, Qt::Key(key));
-        QTEST(int(clicked.count()), "clicks");
+        QTest::keyClick(&button, key);
+        QTEST(clicked.count(), "clicks");
         QTRY_COMPARE(button.property("pressOffset").toDouble(), 0.0);
     }
 

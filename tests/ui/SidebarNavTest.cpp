@@ -25,10 +25,10 @@ std::unique_ptr<SidebarNav> createSidebar()
     return sidebar;
 }
 
-double placeOf(const SidebarNav &sidebar, int position)
+int placeOf(const SidebarNav &sidebar, int position)
 {
     const NavButton *button = sidebar.items().at(position);
-    return button->mapTo(&sidebar, QPoint(0, 0)).y() + 7.0;
+    return button->mapTo(&sidebar, QPoint(0, 0)).y() + 7;
 }
 
 QTimer *collapseTimer(const SidebarNav &sidebar)
@@ -143,7 +143,7 @@ private slots:
             QCOMPARE(sidebar->items().at(i)->isActive(), i == 3);
         }
         QVERIFY(isRunning(sidebar.get(), "indicatorY"));
-        QTRY_COMPARE(sidebar->property("indicatorY").toDouble(), placeOf(*sidebar, 3));
+        QTRY_COMPARE(sidebar->property("indicatorY").toInt(), placeOf(*sidebar, 3));
         sidebar->setCurrentIndex(30);
         QVERIFY(!isRunning(sidebar.get(), "indicatorY"));
     }
@@ -153,15 +153,15 @@ private slots:
         const auto sidebar = createSidebar();
         sidebar->show();
         sidebar->setCurrentIndex(10);
-        QTRY_COMPARE(sidebar->property("indicatorY").toDouble(), placeOf(*sidebar, 1));
+        QTRY_COMPARE(sidebar->property("indicatorY").toInt(), placeOf(*sidebar, 1));
         sidebar->setCurrentIndex(99);
         QCOMPARE(sidebar->current(), 99);
         QVERIFY(!isRunning(sidebar.get(), "indicatorY"));
-        QCOMPARE(sidebar->property("indicatorY").toDouble(), placeOf(*sidebar, 1));
-        const QColor bar = picture(*sidebar).pixelColor(8, int(placeOf(*sidebar, 1)) + 10);
+        QCOMPARE(sidebar->property("indicatorY").toInt(), placeOf(*sidebar, 1));
+        const QColor bar = picture(*sidebar).pixelColor(8, placeOf(*sidebar, 1) + 10);
         QVERIFY(bar.blue() > 150); // still drawn
         sidebar->setCurrentIndex(-1);
-        QVERIFY(picture(*sidebar).pixelColor(8, int(placeOf(*sidebar, 1)) + 10).blue()
+        QVERIFY(picture(*sidebar).pixelColor(8, placeOf(*sidebar, 1) + 10).blue()
                 < 100); // not drawn
     }
 
@@ -170,13 +170,13 @@ private slots:
         const auto sidebar = createSidebar();
         sidebar->setCurrentIndex(70); // before there is any layout
         sidebar->show();
-        QCOMPARE(sidebar->property("indicatorY").toDouble(), placeOf(*sidebar, 7));
+        QCOMPARE(sidebar->property("indicatorY").toInt(), placeOf(*sidebar, 7));
         QVERIFY(!isRunning(sidebar.get(), "indicatorY"));
         sidebar->setCurrentIndex(0);
         QVERIFY(isRunning(sidebar.get(), "indicatorY"));
         sidebar->resize(82, 640);
         QVERIFY(!isRunning(sidebar.get(), "indicatorY"));
-        QCOMPARE(sidebar->property("indicatorY").toDouble(), placeOf(*sidebar, 0));
+        QCOMPARE(sidebar->property("indicatorY").toInt(), placeOf(*sidebar, 0));
     }
 
     void barIsFourWide()
@@ -184,7 +184,7 @@ private slots:
         const auto sidebar = createSidebar();
         sidebar->setCurrentIndex(0);
         sidebar->show();
-        const int y = int(placeOf(*sidebar, 0)) + 22;
+        const int y = placeOf(*sidebar, 0) + 22;
         const QImage image = picture(*sidebar);
         for (int x = 6; x < 10; ++x) {
             QVERIFY(image.pixelColor(x, y).blue() > 120);
@@ -293,7 +293,7 @@ private slots:
         sidebar->setLayoutDirection(Qt::RightToLeft);
         QCoreApplication::sendPostedEvents();
         QCOMPARE(picture(*sidebar), leftToRight);
-        QCOMPARE(sidebar->property("indicatorY").toDouble(), placeOf(*sidebar, 2));
+        QCOMPARE(sidebar->property("indicatorY").toInt(), placeOf(*sidebar, 2));
     }
 
     void tabReachesTheButtonsInOrder()
