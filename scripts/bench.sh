@@ -1,0 +1,15 @@
+#!/usr/bin/env bash
+# Builds the benchmarks and prints their tables. They measure; nothing passes or fails by them.
+set -euo pipefail
+. "$(dirname "$0")/lib.sh"
+. "$(dirname "$0")/display.sh"
+
+# shellcheck disable=SC2046
+ensure_packages $(packages_build) $(packages_display)
+configure_and_build bench
+start_display
+start_compositor
+say "Start-up"
+"$veltra_root/build/bench/benchmarks/StartBench"
+say "Frames and ticks"
+"$veltra_root/build/bench/benchmarks/FrameBench"
