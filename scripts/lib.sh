@@ -13,11 +13,12 @@ die() {
 
 # Packages by purpose; each list is a function so that it can be read and extended in one place.
 packages_build() { echo build-essential cmake ninja-build qt6-base-dev qt6-base-dev-tools libxcb1-dev; }
-packages_display() { echo xvfb xauth picom imagemagick x11-utils xdotool fonts-dejavu-core; }
+packages_display() { echo xvfb xauth picom imagemagick x11-utils x11-apps xdotool fonts-open-sans fonts-dejavu-core; }
 packages_test() { echo libgtest-dev libgmock-dev; }
 packages_style() { echo clang clang-format clang-tidy git; }
 packages_windows() { echo g++-mingw-w64-x86-64-posix dpkg-dev googletest; }
 packages_wine() { echo wine wine64; }
+packages_icons() { echo librsvg2-bin icoutils; }
 
 is_installed() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q '^install ok installed$'; }
 
@@ -55,6 +56,12 @@ configure_and_build() {
     fi
     say "Building ($preset)"
     cmake --build "build/$preset" -j "$veltra_jobs" ${1:+--target "$@"} || die "building '$preset' failed"
+}
+
+# Where scripts keep what they need only for a moment.
+scratch_folder() {
+    mkdir -p "$veltra_root/build/scratch"
+    echo "$veltra_root/build/scratch"
 }
 
 log_file() {

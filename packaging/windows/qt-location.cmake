@@ -1,4 +1,6 @@
-# `cmake --preset windows` finds the cross-built Qt by itself: an explicit VELTRA_WINDOWS_QT wins, else the script that
+# What `cmake --preset windows` needs besides the compiler: Qt, and something that runs the tests.
+#
+# The cross-built Qt is found by itself: an explicit VELTRA_WINDOWS_QT wins, else the script that
 # builds and caches the toolkit is asked (it answers at once when the toolkit is there).
 if(NOT VELTRA_WINDOWS_QT)
     execute_process(
@@ -17,3 +19,7 @@ list(APPEND CMAKE_PREFIX_PATH "${VELTRA_WINDOWS_QT}")
 list(APPEND CMAKE_FIND_ROOT_PATH "${VELTRA_WINDOWS_QT}")
 set(QT_HOST_PATH /usr CACHE PATH "Qt whose tools run on this machine")
 set(QT_HOST_PATH_CMAKE_DIR "${veltra_host_libs}/cmake" CACHE PATH "CMake files of that Qt")
+
+# Tests run in the Wine sandbox.
+get_filename_component(veltra_wine_run ${CMAKE_CURRENT_LIST_DIR}/../../scripts/wine-run.sh ABSOLUTE)
+set(CMAKE_CROSSCOMPILING_EMULATOR ${veltra_wine_run})

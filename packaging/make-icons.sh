@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# Renders packaging/veltra.svg into the Windows icon. The result is kept under version control, so that a build needs
+# none of these tools; run this after a change of the drawing.
+set -euo pipefail
+. "$(dirname "$0")/../scripts/lib.sh"
+
+# shellcheck disable=SC2046
+ensure_packages $(packages_icons)
+
+drawing=$veltra_root/packaging/veltra.svg
+icon=$veltra_root/packaging/windows/veltra.ico
+images=$(mktemp -d)
+trap 'rm -rf "$images"' EXIT
+
+render() { rsvg-convert --width "$1" --height "$1" --output "$images/$1.png" "$drawing"; }
+
+bitmaps=()
+for size in 16 24 32 48 64 128; do
+    render $size
+    bitmaps+=("$images/$size.png")
+done
+# Only the largest image stays a PNG: some readers know the smaller sizes as bitmaps alone.
+render 256
+icotool --create --output="$icon" "${bitmaps[@]}" --raw="$images/256.png"
+say "Wrote ${icon#"$veltra_root"/}: $(icotool --list "$icon" | wc -l) images, $(stat -c %s "$icon") bytes"
