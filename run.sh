@@ -9,6 +9,9 @@ ensure_packages $(packages_build)
 configure_and_build release VeltraOptimizer
 program=$veltra_root/build/release/src/VeltraOptimizer
 
+if [ -n "${WAYLAND_DISPLAY:-}" ]; then
+    ensure_packages qt6-wayland
+fi
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
     say "Starting Veltra"
     exec "$program" "$@"

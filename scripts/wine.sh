@@ -64,7 +64,7 @@ imported_dlls() {
 
 # --- The sandbox ------------------------------------------------------------------------------------------------------
 
-# Home, data, temporary folder and Windows itself lie below build/wine; the machine's own are out of sight.
+# Home, data, trash, temporary folder and Windows itself lie below build/wine, so that no test meets the machine's own.
 wine_environment() {
     export WINEPREFIX=$veltra_wine/prefix WINEARCH=win64 WINEDEBUG=-all
     # No offers to download what the program does not use, and no entries in the desktop's menus.

@@ -57,6 +57,12 @@ void showPercent(QProgressBar *bar, int percent)
     }
 }
 
+// Free space may exceed a total that a quota makes smaller.
+std::uint64_t usedOf(std::uint64_t total, std::uint64_t free)
+{
+    return free < total ? total - free : 0;
+}
+
 void showUnavailable(QProgressBar *bar)
 {
     if (bar != nullptr) {
@@ -126,7 +132,7 @@ void MainWindow::updateRamCard()
         showUnavailable(dashboard.ramBar);
         return;
     }
-    const auto used = memory->totalBytes - memory->availableBytes;
+    const auto used = usedOf(memory->totalBytes, memory->availableBytes);
     dashboard.ramValue->setText(
         QStringLiteral("%1 / %2 (%3%%)")
             .arg(formatBytesULongLong(used), formatBytesULongLong(memory->totalBytes))
@@ -142,7 +148,7 @@ void MainWindow::updateDiskCard()
         showUnavailable(dashboard.diskBar);
         return;
     }
-    const auto used = disk->totalBytes - disk->freeBytes;
+    const auto used = usedOf(disk->totalBytes, disk->freeBytes);
     const auto percent = disk->totalBytes == 0 ? 0 : used * kFull / disk->totalBytes;
     dashboard.diskValue->setText(
         QStringLiteral("%1 / %2 (%3%% used)")

@@ -90,6 +90,7 @@ MainWindow::MainWindow(QWidget *parent)
     setupContentLayer();
     setupSidebar();
     setupPages();
+    setupTitleButtons();
     assembleWindow();
     setupBackground();
     setupConnections();
@@ -138,14 +139,8 @@ void MainWindow::setupTitleBar()
 
     titleLabel = new QLabel(windowTitle(), titleBar);
     titleLabel->setObjectName(QStringLiteral("titleLabel"));
-    minimizeButton = createTitleButton(
-        titleBar, QStringLiteral("titleBtn"), QStringLiteral("-"), QStringLiteral("Minimize"));
-    closeButton = createTitleButton(
-        titleBar, QStringLiteral("titleBtnClose"), QStringLiteral("x"), QStringLiteral("Close"));
     layout->addWidget(titleLabel);
     layout->addStretch(1);
-    layout->addWidget(minimizeButton);
-    layout->addWidget(closeButton);
 }
 
 void MainWindow::setupContentLayer()
@@ -200,6 +195,18 @@ void MainWindow::setupPages()
     }
 }
 
+// Made after the pages, so that they are the last to be reached by Tab: the first thing that the keyboard comes to must
+// not close the window.
+void MainWindow::setupTitleButtons()
+{
+    minimizeButton = createTitleButton(
+        titleBar, QStringLiteral("titleBtn"), QStringLiteral("-"), QStringLiteral("Minimize"));
+    closeButton = createTitleButton(
+        titleBar, QStringLiteral("titleBtnClose"), QStringLiteral("x"), QStringLiteral("Close"));
+    titleBar->layout()->addWidget(minimizeButton);
+    titleBar->layout()->addWidget(closeButton);
+}
+
 void MainWindow::assembleWindow()
 {
     auto *layout = qobject_cast<QHBoxLayout *>(contentLayer->layout());
@@ -234,6 +241,7 @@ QTimer *MainWindow::createTimer(std::chrono::milliseconds interval, void (MainWi
 {
     auto *timer = new QTimer(this);
     connect(timer, &QTimer::timeout, this, slot);
+    timer->setTimerType(interval < kStatisticsInterval ? Qt::PreciseTimer : Qt::CoarseTimer);
     timer->start(interval);
     return timer;
 }
@@ -244,7 +252,6 @@ void MainWindow::setupTimers()
     timers.locationWeather =
         createTimer(kLocationWeatherInterval, &MainWindow::refreshLiveLocationWeather);
     timers.particles = createTimer(kParticlesInterval, &MainWindow::tickParticles);
-    timers.particles->setTimerType(Qt::PreciseTimer);
 }
 
 void MainWindow::setupInitialState()

@@ -6,6 +6,7 @@
 #include <QPalette>
 #include <QPoint>
 #include <array>
+#include <chrono>
 
 class AnimatedNav;
 class PCConfigPage;
@@ -174,6 +175,7 @@ private:
     void setupNetworkPage();
     void setupLogsPage();
     void setupSettingsPage();
+    void setupTitleButtons();
     void assembleWindow();
     void setupBackground();
     void setupConnections();

@@ -2,6 +2,7 @@
 
 #include "ui/GlassCard.h"
 #include "ui/Glow.h"
+#include "ui/ScrollPage.h"
 
 #include <QVBoxLayout>
 
@@ -10,6 +11,8 @@ ProcessWatcherWidget::ProcessWatcherWidget(QWidget *parent)
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(createGlassCard(this, QStringLiteral("Proc Watch")));
-    layout->addStretch(1);
+    auto *content = new ScrollPage(this);
+    layout->addWidget(content);
+    content->contentLayout()->addWidget(createGlassCard(content, QStringLiteral("Proc Watch")));
+    content->contentLayout()->addStretch(1);
 }

@@ -39,7 +39,7 @@ QColor rimColor(double progress)
 } // namespace
 
 GlassCard::GlassCard(QWidget *parent)
-    : QFrame(parent)
+    : SurfaceFrame(parent)
     , shadow(new CachedShadow(this))
     , animation(new QVariantAnimation(this))
 {
@@ -90,12 +90,12 @@ void GlassCard::paintEvent(QPaintEvent * /*event*/)
 
 void GlassCard::enterEvent(QEnterEvent *event)
 {
-    QFrame::enterEvent(event);
+    SurfaceFrame::enterEvent(event);
     animateTo(1.0);
 }
 
 void GlassCard::leaveEvent(QEvent *event)
 {
-    QFrame::leaveEvent(event);
+    SurfaceFrame::leaveEvent(event);
     animateTo(0.0);
 }

@@ -1,13 +1,13 @@
 // The translucent rounded panel that every page is made of.
 #pragma once
 
-#include <QFrame>
+#include "ui/SurfaceFrame.h"
 
 class QGraphicsDropShadowEffect;
 class QVariantAnimation;
 
 // Brightens, with its shadow, while the cursor is over it. GUI thread.
-class GlassCard : public QFrame
+class GlassCard : public SurfaceFrame
 {
     Q_OBJECT
     Q_PROPERTY(double hoverProgress MEMBER hoverProgress WRITE setHoverProgress)

@@ -157,6 +157,8 @@ void NavButton::keyPressEvent(QKeyEvent *event)
     }
     event->accept();
     if (!event->isAutoRepeat()) {
+        keyHeld = true;
+        focusMarked = true;
         animatePress(kDeepestPress, animate::milliseconds(kDipDuration));
         emit clicked();
     }
@@ -170,6 +172,7 @@ void NavButton::keyReleaseEvent(QKeyEvent *event)
     }
     event->accept();
     if (!event->isAutoRepeat()) {
+        keyHeld = false;
         animatePress(0.0, animate::milliseconds(kReleaseDuration));
     }
 }
@@ -177,12 +180,21 @@ void NavButton::keyReleaseEvent(QKeyEvent *event)
 void NavButton::focusInEvent(QFocusEvent *event)
 {
     QWidget::focusInEvent(event);
+    // Coming to the front is no use of the keyboard: the mark stays as it was.
+    const Qt::FocusReason reason = event->reason();
+    focusMarked = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason
+        || reason == Qt::ShortcutFocusReason
+        || (focusMarked && reason == Qt::ActiveWindowFocusReason);
     update();
 }
 
 void NavButton::focusOutEvent(QFocusEvent *event)
 {
     QWidget::focusOutEvent(event);
-    animatePress(0.0, animate::milliseconds(kSpringBackDuration));
+    focusMarked = focusMarked && event->reason() == Qt::ActiveWindowFocusReason;
+    if (keyHeld) { // its release goes elsewhere
+        keyHeld = false;
+        animatePress(0.0, animate::milliseconds(kSpringBackDuration));
+    }
     update();
 }

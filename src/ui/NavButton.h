@@ -21,6 +21,7 @@ public:
     NavButton(const QString &labelText, const QIcon &labelIcon, QWidget *parent);
 
     QString label() const { return text; }
+    QIcon labelIcon() const { return icon; }
     QColor accent() const { return accentColor; }
     bool isActive() const { return active; }
     bool isExpanded() const { return expanded; }
@@ -66,6 +67,8 @@ private:
     QIcon icon;
     QColor accentColor{102, 217, 255};
     bool active = false;
+    bool focusMarked = false; // the keyboard is being used here
+    bool keyHeld = false;
     bool expanded = false;
     double hoverStrength = 0;
     double pressOffset = 0;

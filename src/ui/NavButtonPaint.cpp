@@ -52,7 +52,7 @@ void NavButton::paintEvent(QPaintEvent * /*event*/)
     paintGlow(painter, body);
     paintBody(painter, body);
     paintSheen(painter, body);
-    if (hasFocus()) {
+    if (hasFocus() && focusMarked) {
         paintFocusMark(painter, body);
     }
     paintIcon(painter, body);

@@ -82,6 +82,7 @@ private slots:
         row("usual", 17072495001, 10414574138, 39, "6.2 GB / 15.9 GB (39%%)");
         row("all free", kGiB, kGiB, 0, "0 B / 1.0 GB (0%%)");
         row("none free", kGiB, 0, 100, "1.0 GB / 1.0 GB (100%%)");
+        row("more available than there is", kGiB, 2 * kGiB, 0, "0 B / 1.0 GB (0%%)");
         row("huge", kHuge, 0, 100, "16777216.0 TB / 16777216.0 TB (100%%)");
     }
 
@@ -112,6 +113,7 @@ private slots:
         row("usual", 511423231590, 382144715981, 25, "120.4 GB / 476.3 GB (25%% used)");
         row("total 0", 0, 0, 0, "0 B / 0 B (0%% used)");
         row("truncated", 1000, 1, 99, "999 B / 1000 B (99%% used)");
+        row("quota below the free space", kGiB, 5 * kGiB, 0, "0 B / 1.0 GB (0%% used)");
         row("full", kGiB, 0, 100, "1.0 GB / 1.0 GB (100%% used)");
     }
 
@@ -196,8 +198,11 @@ private slots:
         QVERIFY(QRegularExpression(QStringLiteral("^(0[1-9]|1[0-2]):[0-5]\\d:[0-5]\\d (AM|PM)$"))
                     .match(window->dashboard.time->text())
                     .hasMatch());
-        const QString date = QLocale::c().toString(after, QStringLiteral("dddd, MMMM d, yyyy"));
-        QCOMPARE(window->dashboard.date->text(), date);
+        const auto date = [](const QDateTime &moment) {
+            return QLocale::c().toString(moment, QStringLiteral("dddd, MMMM d, yyyy"));
+        };
+        QVERIFY(window->dashboard.date->text() == date(before)
+                || window->dashboard.date->text() == date(after));
     }
 
     void clockWithoutLabels()
@@ -205,13 +210,6 @@ private slots:
         window->dashboard.time = nullptr;
         window->dashboard.date = nullptr;
         window->updateLiveDateTime();
-    }
-
-    void tickCostsLittle()
-    {
-        QBENCHMARK {
-            window->updateSystemStats();
-        }
     }
 
     void readyIsTheFirstLine()

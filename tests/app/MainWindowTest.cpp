@@ -19,6 +19,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStackedWidget>
+#include <QStyle>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
@@ -159,6 +160,81 @@ private slots:
         QCOMPARE(static_cast<SidebarNav *>(window->animatedNav), window->sidebar);
     }
 
+    void icons()
+    {
+        const QList<QStyle::StandardPixmap> expected{QStyle::SP_DesktopIcon,
+                                                     QStyle::SP_TrashIcon,
+                                                     QStyle::SP_FileDialogListView,
+                                                     QStyle::SP_BrowserReload,
+                                                     QStyle::SP_ComputerIcon,
+                                                     QStyle::SP_DriveNetIcon,
+                                                     QStyle::SP_FileDialogDetailedView,
+                                                     QStyle::SP_FileIcon};
+        for (int i = 0; i < 8; ++i) {
+            const QImage shown =
+                window->sidebar->items().at(i)->labelIcon().pixmap(18, 18).toImage();
+            QVERIFY(!shown.isNull());
+            QCOMPARE(shown, window->style()->standardIcon(expected.at(i)).pixmap(18, 18).toImage());
+        }
+    }
+
+    // The keyboard comes to the pages first, in their order, and to the title buttons last.
+    void tabWalksThroughTheWindow()
+    {
+        window->show();
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        QVERIFY(!window->titleBar->isAncestorOf(QApplication::focusWidget()));
+        window->sidebar->items().constFirst()->setFocus(Qt::TabFocusReason);
+        for (int i = 1; i < 8; ++i) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QCOMPARE(QApplication::focusWidget(), window->sidebar->items().at(i));
+        }
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        QCOMPARE(window->pageStack->currentIndex(), 7);
+        window->sidebar->items().constFirst()->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+        QCOMPARE(QApplication::focusWidget(), window->closeButton);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+        QCOMPARE(QApplication::focusWidget(), window->minimizeButton);
+    }
+
+    void rightToLeft()
+    {
+        window->setLayoutDirection(Qt::RightToLeft);
+        window->show();
+        QCOMPARE(window->size(), QSize(1100, 680));
+        QVERIFY(window->sidebar->geometry().left() > window->pageStack->geometry().right());
+        const QPoint first =
+            window->sidebar->items().constFirst()->mapTo(window->sidebar, QPoint(0, 0));
+        QCOMPARE(window->sidebar->property("indicatorY").toDouble(), first.y() + 7.0);
+        QTest::mouseClick(window->sidebar->items().at(7), Qt::LeftButton, {}, {20, 20});
+        QCOMPARE(window->pageStack->currentIndex(), 7);
+        QTRY_VERIFY(window->logsPage->graphicsEffect() == nullptr);
+        QCOMPARE(window->logsPage->geometry(), window->pageStack->contentsRect());
+    }
+
+    void filterConsumesOnlyWhatItHandles()
+    {
+        window->show();
+        const QPointF inside(5, 5);
+        for (const auto button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
+            QMouseEvent release(QEvent::MouseButtonRelease, inside, inside, button, {}, {});
+            QVERIFY(window->eventFilter(window->titleBar, &release));
+            QVERIFY(window->eventFilter(window->titleLabel, &release));
+            QVERIFY(!window->eventFilter(window->sidebar, &release));
+        }
+        QMouseEvent right(
+            QEvent::MouseButtonPress, inside, inside, Qt::RightButton, Qt::RightButton, {});
+        QVERIFY(!window->eventFilter(window->titleBar, &right));
+        QPushButton button;
+        window->registerHoverLift(&button);
+        QEnterEvent enter(inside, inside, inside);
+        QEvent leave(QEvent::Leave);
+        QVERIFY(!window->eventFilter(&button, &enter));
+        QVERIFY(!window->eventFilter(&button, &leave));
+    }
+
     void dashboardComesFirst()
     {
         window->show();
@@ -214,11 +290,23 @@ private slots:
         }
     }
 
+    void tallContentScrolls_data()
+    {
+        QTest::addColumn<int>("index");
+        for (int i = 0; i < 8; ++i) {
+            QTest::newRow(qPrintable(kPageNames.at(i))) << i;
+        }
+    }
+
     void tallContentScrolls()
     {
+        QFETCH(int, index);
         window->show();
-        auto *page = qobject_cast<QScrollArea *>(window->startupPage);
-        window->onNavChanged(MainWindow::StartupPage);
+        QWidget *widget = window->pageStack->widget(index);
+        auto *page = qobject_cast<QScrollArea *>(widget);
+        page = page != nullptr ? page : widget->findChild<QScrollArea *>();
+        QVERIFY(page != nullptr);
+        window->onNavChanged(index);
         auto *tall = new QLabel(QStringLiteral("tall"), page->widget());
         tall->setMinimumHeight(2000);
         page->widget()->layout()->addWidget(tall);

@@ -135,6 +135,55 @@ private slots:
         QCOMPARE(window->accentColor, QColor::fromHsv(42, 200, 100));
     }
 
+    void randomThemeWithSomeSliders()
+    {
+        addSliders();
+        QSlider *saturation = std::exchange(window->settings.saturation, nullptr);
+        const int before = saturation->value();
+        window->onRandomizeTheme();
+        QCOMPARE(saturation->value(), before);
+        QVERIFY(window->settings.brightness->value() >= 160);
+    }
+
+    void sidebarLabelsAreReadable_data()
+    {
+        QTest::addColumn<QColor>("accent");
+        QTest::addColumn<bool>("hovered");
+        for (const QColor &accent :
+             {theme::initialAccent(), QColor::fromHsv(60, 20, 255), QColor::fromHsv(0, 255, 90)}) {
+            for (const bool hovered : {false, true}) {
+                QTest::addRow("%s %d", qPrintable(accent.name()), hovered ? 1 : 0)
+                    << accent << hovered;
+            }
+        }
+    }
+
+    void sidebarLabelsAreReadable()
+    {
+        QFETCH(QColor, accent);
+        QFETCH(bool, hovered);
+        window->show();
+        window->accentColor = accent;
+        window->applyTheme();
+        window->sidebar->setExpanded(true, false);
+        QCoreApplication::processEvents();
+        for (NavButton *button : window->sidebar->items()) {
+            button->setTextOpacity(0);
+            button->setHoverStrength(hovered ? 1 : 0);
+        }
+        const QImage picture = pictureOver(*window, Qt::white);
+        for (NavButton *button : window->sidebar->items()) {
+            // From above to below the middle, where the letters stand.
+            for (const int y : {22, 27, 32}) {
+                const QColor behind =
+                    picture.pixelColor(button->mapTo(window.get(), QPoint(80, y)));
+                const double ratio = contrast(QColor(235, 246, 255), behind);
+                QVERIFY2(ratio >= 4.5,
+                         qPrintable(QStringLiteral("%1 on %2").arg(ratio).arg(behind.name())));
+            }
+        }
+    }
+
     void randomThemesStayInRange()
     {
         addSliders();

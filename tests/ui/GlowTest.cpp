@@ -1,6 +1,7 @@
 #include "ui/Glow.h"
 
 #include "ui/GlassCard.h"
+#include "ui/Theme.h"
 
 #include <QGraphicsDropShadowEffect>
 #include <QGraphicsOpacityEffect>
@@ -45,6 +46,18 @@ private slots:
         QCOMPARE(line->minimumHeight(), 2);
         QCOMPARE(line->maximumHeight(), 2);
         QVERIFY(qobject_cast<const QFrame *>(line) != nullptr);
+    }
+
+    void borderOfTheSheetTakesNoRoom()
+    {
+        QWidget parent;
+        GlassCard *card = createGlassCard(&parent, QStringLiteral("RAM"));
+        parent.setStyleSheet(theme::styleSheet(theme::initialAccent()));
+        card->resize(300, 200);
+        parent.show();
+        QTRY_COMPARE(card->layout()->itemAt(1)->widget()->x(), 18);
+        QCOMPARE(card->layout()->itemAt(0)->widget()->y(), 16);
+        QCOMPARE(card->layout()->itemAt(1)->widget()->width(), 300 - 36);
     }
 
     void glowReplacesAnyEffect()

@@ -267,6 +267,10 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(&window));
         button.clearFocus();
         const QImage without = picture(button);
+        button.setFocus(Qt::ActiveWindowFocusReason);
+        QTRY_VERIFY(button.hasFocus());
+        QCOMPARE(picture(button), without); // nobody has touched the keyboard
+        button.clearFocus();
         button.setFocus(Qt::TabFocusReason);
         QTRY_VERIFY(button.hasFocus());
         QVERIFY(picture(button) != without);

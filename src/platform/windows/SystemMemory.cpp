@@ -1,5 +1,6 @@
 #include "platform/SystemMemory.h"
 
+#include <algorithm>
 #include <windows.h>
 
 namespace platform {
@@ -13,8 +14,8 @@ std::optional<MemoryStatus> queryMemory()
     }
     MemoryStatus status;
     status.totalBytes = reading.ullTotalPhys;
-    status.availableBytes = reading.ullAvailPhys;
-    status.loadPercent = reading.dwMemoryLoad;
+    status.availableBytes = std::min(reading.ullAvailPhys, reading.ullTotalPhys);
+    status.loadPercent = std::min<unsigned>(reading.dwMemoryLoad, 100);
     return status;
 }
 
