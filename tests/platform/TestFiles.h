@@ -25,9 +25,9 @@ bool makeJunction(const Path &target, const Path &link);
 bool makeHardLink(const Path &target, const Path &link);
 bool removeLink(const Path &link);
 
-// Whether links to folders are told from folders by handle, so that they can be removed. Not so under Wine 8: there
-// they have to stay, and so does what they point to.
-bool canRemoveFolderLinks();
+// Wine 8 opens the target of a link whichever way it is asked, so links have to stay there, and so does what they point
+// to. And for each new name it searches the whole folder, for each file that it opens the whole path.
+bool isWine();
 
 bool isEmptyFolder(const Path &path);
 std::uint64_t residentBytes(); // the memory of this process right now

@@ -1,6 +1,6 @@
 #include "platform/windows/FileHandle.h"
 
-#include <string>
+#include <vector>
 #include <winternl.h>
 
 namespace platform {
@@ -75,6 +75,21 @@ FileHandle openEntry(HANDLE folder, std::wstring_view name, ACCESS_MASK access, 
         return {};
     }
     return FileHandle(handle);
+}
+
+std::wstring nameOf(HANDLE file)
+{
+    constexpr std::size_t kUsual = 512;
+    constexpr std::size_t kLongest = 32768;
+    for (const std::size_t characters : {kUsual, kLongest}) {
+        std::vector<std::uint32_t> buffer(1 + characters * sizeof(wchar_t) / sizeof(std::uint32_t));
+        auto *info = reinterpret_cast<FILE_NAME_INFO *>(buffer.data());
+        const auto bytes = static_cast<DWORD>(buffer.size() * sizeof(std::uint32_t));
+        if (GetFileInformationByHandleEx(file, FileNameInfo, info, bytes) != 0) {
+            return {&info->FileName[0], info->FileNameLength / sizeof(wchar_t)};
+        }
+    }
+    return {};
 }
 
 } // namespace platform

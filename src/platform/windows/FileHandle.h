@@ -3,6 +3,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <windows.h>
@@ -47,5 +48,9 @@ enum class Links { Follow, Open };
 
 // Opens the entry of that single name in an open folder. Not open on failure, with GetLastError() set.
 FileHandle openEntry(HANDLE folder, std::wstring_view name, ACCESS_MASK access, Links links);
+
+// The path of the open file on its volume, from "\\" on, as it really is: where the handle came about by way of a link,
+// the path of the link's target. Empty on failure.
+std::wstring nameOf(HANDLE file);
 
 } // namespace platform

@@ -19,8 +19,34 @@ Removal whyNot(Removal otherwise)
     return wasMissing(GetLastError()) ? Removal::Missing : otherwise;
 }
 
-// Whether the handle stands for what was listed: the same kind, and for folders, which will be entered, the same file.
-bool isSame(HANDLE file, const FolderEntry &entry)
+bool areEqual(std::wstring_view one, std::wstring_view other)
+{
+    return CompareStringOrdinal(one.data(),
+                                static_cast<int>(one.size()),
+                                other.data(),
+                                static_cast<int>(other.size()),
+                                TRUE)
+        == CSTR_EQUAL;
+}
+
+// Not every system that runs Windows programs opens a link itself when asked to; where the handle stands for the link's
+// target, it has another path.
+bool isIn(HANDLE folder, std::wstring_view name, HANDLE file)
+{
+    const std::wstring path = nameOf(file);
+    std::wstring folderPath = nameOf(folder);
+    if (path.empty() || folderPath.empty()) {
+        return false;
+    }
+    if (folderPath.back() != L'\\') {
+        folderPath += L'\\';
+    }
+    return areEqual(path, folderPath.append(name));
+}
+
+// Whether the handle stands for what was listed: of the same kind, in the same place, and for folders, which will be
+// entered, the same file.
+bool isSame(HANDLE parent, const FolderEntry &entry, HANDLE file)
 {
     BY_HANDLE_FILE_INFORMATION info{};
     if (GetFileInformationByHandle(file, &info) == 0) {
@@ -31,7 +57,8 @@ bool isSame(HANDLE file, const FolderEntry &entry)
         return false;
     }
     const auto id = static_cast<std::uint64_t>(info.nFileIndexHigh) << 32U | info.nFileIndexLow;
-    return !entry.isFolder() || entry.isLink() || entry.id == 0 || entry.id == id;
+    const bool isSameId = !entry.isFolder() || entry.isLink() || entry.id == 0 || entry.id == id;
+    return isSameId && isIn(parent, entry.name, file);
 }
 
 // A file, or a link of whatever kind.
@@ -46,7 +73,8 @@ Removal removeSingle(HANDLE parent, const FolderEntry &entry)
     if (!file.isOpen()) {
         return whyNot(Removal::Kept);
     }
-    return isSame(file.get(), entry) && deleteOpen(file.get()) ? Removal::Gone : Removal::Kept;
+    return isSame(parent, entry, file.get()) && deleteOpen(file.get()) ? Removal::Gone
+                                                                       : Removal::Kept;
 }
 
 } // namespace
@@ -83,7 +111,7 @@ std::optional<Removal> TreeRemover::enter(HANDLE parent, const FolderEntry &entr
     if (!level.folder.isOpen()) {
         return whyNot(Removal::Partly);
     }
-    if (!isSame(level.folder.get(), entry)) {
+    if (!isSame(parent, entry, level.folder.get())) {
         return Removal::Kept;
     }
     levels.push_back(std::move(level));

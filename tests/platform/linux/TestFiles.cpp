@@ -75,9 +75,9 @@ bool removeLink(const Path &link)
     return ::unlink(link.c_str()) == 0;
 }
 
-bool canRemoveFolderLinks()
+bool isWine()
 {
-    return true;
+    return false;
 }
 
 bool isEmptyFolder(const Path &path)

@@ -32,11 +32,6 @@ HANDLE open(const Path &path, DWORD access, DWORD disposition, DWORD flags = 0)
         longForm(path).c_str(), access, FILE_SHARE_READ, nullptr, disposition, flags, nullptr);
 }
 
-bool isWine()
-{
-    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-}
-
 // Wine cannot make links; the system that it runs on can.
 std::string hostPath(const Path &path)
 {
@@ -130,6 +125,11 @@ std::vector<char> mountPointData(const Path &target)
 
 } // namespace
 
+bool isWine()
+{
+    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
+
 void makeFolder(const Path &path)
 {
     check(CreateDirectoryW(longForm(path).c_str(), nullptr) != 0, "CreateDirectory");
@@ -217,11 +217,6 @@ bool removeLink(const Path &link)
     }
     return RemoveDirectoryW(longForm(link).c_str()) != 0
         || DeleteFileW(longForm(link).c_str()) != 0;
-}
-
-bool canRemoveFolderLinks()
-{
-    return !isWine();
 }
 
 bool isEmptyFolder(const Path &path)
