@@ -27,6 +27,6 @@ bool Application::notify(QObject *receiver, QEvent *event)
 void Application::report(const QString &what) const
 {
     if (reporter) {
-        reporter(QStringLiteral("Unexpected error: ") + what);
+        reporter(what);
     }
 }

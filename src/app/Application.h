@@ -13,7 +13,7 @@ class Application : public QApplication
 public:
     Application(int &argc, char **argv);
 
-    // Gets one line per failure, on the GUI thread. Without one, failures are only swallowed.
+    // Gets what went wrong, once per failure, on the GUI thread. Without one, failures are only swallowed.
     void setFailureReporter(std::function<void(const QString &)> newReporter);
 
     bool notify(QObject *receiver, QEvent *event) override;

@@ -1,5 +1,6 @@
 #include "app/MainWindow.h"
 
+#include "core/OptimizerCore.h"
 #include "monitor/ProcessWatcherWidget.h"
 #include "pcconfig/PCConfigPage.h"
 #include "ui/AnimatedNav.h"
@@ -36,6 +37,7 @@ constexpr int kContentSpacing = 16;
 constexpr auto kPulseInterval = 33ms;
 constexpr auto kStatisticsInterval = 1000ms;
 constexpr auto kLocationWeatherInterval = 15min;
+constexpr auto kNetworkStatusInterval = 1000ms;
 constexpr auto kParticlesInterval = 16ms;
 constexpr auto kFirstStatistics = 80ms;
 constexpr auto kFirstLocationWeather = 1200ms;
@@ -93,13 +95,22 @@ MainWindow::MainWindow(QWidget *parent)
     setupTitleButtons();
     assembleWindow();
     setupBackground();
+    setupToasts();
     setupConnections();
     setupTimers();
     setupInitialState();
     setupHoverLift();
+    applyToastPlacement();
     applyTheme();
     queueFirstRuns();
+    setupToastBridge();
     log(QStringLiteral("Ready."));
+}
+
+MainWindow::~MainWindow()
+{
+    OptimizerCore::setToastCallback({});
+    releaseRunningCommands();
 }
 
 void MainWindow::setupWindow()
@@ -184,11 +195,11 @@ void MainWindow::setupPages()
 
     // The order of the Page enumeration.
     for (QWidget *page : std::initializer_list<QWidget *>{dashboard.page,
-                                                          cleanerPage,
+                                                          cleaner.page,
                                                           startupPage,
                                                           processWatcher,
                                                           pcConfigPage,
-                                                          networkPage,
+                                                          network.page,
                                                           settings.page,
                                                           logsPage}) {
         pageStack->addWidget(page);
@@ -235,6 +246,7 @@ void MainWindow::setupConnections()
     connect(sidebar, &SidebarNav::navSelected, this, &MainWindow::onNavChanged);
     connect(minimizeButton, &QToolButton::clicked, this, &QWidget::showMinimized);
     connect(closeButton, &QToolButton::clicked, this, &QWidget::close);
+    connectActions();
 }
 
 QTimer *MainWindow::createTimer(std::chrono::milliseconds interval, void (MainWindow::*slot)())
@@ -249,6 +261,7 @@ QTimer *MainWindow::createTimer(std::chrono::milliseconds interval, void (MainWi
 void MainWindow::setupTimers()
 {
     timers.statistics = createTimer(kStatisticsInterval, &MainWindow::updateSystemStats);
+    timers.networkStatus = createTimer(kNetworkStatusInterval, &MainWindow::refreshNetworkStatus);
     timers.locationWeather =
         createTimer(kLocationWeatherInterval, &MainWindow::refreshLiveLocationWeather);
     timers.particles = createTimer(kParticlesInterval, &MainWindow::tickParticles);

@@ -1,6 +1,8 @@
 // The one window of the program, and the map of everything that is visible in it.
 #pragma once
 
+#include "platform/Command.h"
+
 #include <QColor>
 #include <QMainWindow>
 #include <QPalette>
@@ -9,10 +11,13 @@
 #include <chrono>
 
 class AnimatedNav;
+class DesktopToastManager;
 class PCConfigPage;
 class PageTransitions;
 class ParticleCanvas;
 class ProcessWatcherWidget;
+class QPushButton;
+class ScrollPage;
 class QFrame;
 class QLabel;
 class QProgressBar;
@@ -46,11 +51,30 @@ public:
     };
 
     explicit MainWindow(QWidget *parent = nullptr);
+    ~MainWindow() override;
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
     // Appends "[hh:mm:ss] message" to both log views, as plain text. Lost silently before the views exist.
     void log(const QString &message);
+
+    // Writes the history to a text file (UTF-8), replacing it, and logs how that went.
+    void exportLogsTo(const QString &path);
+
+    // One line of the log, and a failed toast, for what escaped a handler as an exception. GUI thread.
+    void reportFailure(const QString &what);
+
+    // A toast that says how an action goes: "Running..." stays until it is closed, the outcomes close by themselves.
+    void showActionToast(
+        const QString &title, const QString &text, bool running, bool success, bool unused);
+
+    // Starts a console program found on PATH beside the window; logs and shows its start, and then exactly one outcome.
+    // With `restartHint`, a success recommends a restart.
+    void runCommandAsync(const QString &title,
+                         const QString &text,
+                         const QString &program,
+                         const QStringList &arguments,
+                         bool restartHint);
 
     // Clamps `accentColor` (see theme::clampedAccent) and gives it to the style sheet, palette, font and sidebar. Does
     // nothing before the root surface exists.
@@ -72,6 +96,29 @@ public:
 
 public slots:
     void onNavChanged(int index);
+    void onExportLogs();
+    void onCleanTemp();
+    void onEmptyRecycle();
+    void onRamFreeHelper();
+    void onOpenStorageSense();
+    void onOpenTempFolder();
+    void onOpenPrefetchFolder();
+    void onOpenBrowserCacheHelper();
+    void onOpenStartupApps();
+    void onOpenWindowsSecurity();
+    void onFlushDns();
+    void onRenewIp();
+    void onResetWinsock();
+    void refreshNetworkStatus(); // simulated readings
+
+    void onProcessWatcherToast(const QString &title,
+                               const QString &text,
+                               const QString &state,
+                               bool success,
+                               bool autoDismiss);
+    void onNotifPositionChanged(int index); // clamped to 0 to 5
+    void onNotifOffsetXChanged(int x); // px
+    void onNotifOffsetYChanged(int y); // px
     void onShowLogFromToast(); // focuses the activity log at its newest line; switches no page
 
     void updateSystemStats(); // both cards, each on its own, then the clock
@@ -101,6 +148,7 @@ public:
     QStackedWidget *pageStack = nullptr;
     PageTransitions *pageTransitions = nullptr;
     ParticleCanvas *particleCanvas = nullptr;
+    DesktopToastManager *toastManager = nullptr; // may be null: then nothing is shown
     PCConfigPage *pcConfigPage = nullptr;
     ProcessWatcherWidget *processWatcher = nullptr;
 
@@ -124,14 +172,32 @@ public:
             nullptr; // null until the page has them; the slots then use the initial accent's values
         QSlider *saturation = nullptr;
         QSlider *brightness = nullptr;
+        QSlider *offsetX = nullptr; // null likewise: 16 px
+        QSlider *offsetY = nullptr;
     } settings;
 
-    QWidget *cleanerPage = nullptr;
+    struct Cleaner
+    {
+        QWidget *page = nullptr;
+        std::array<QPushButton *, 12> buttons{};
+    } cleaner;
+    QProgressBar *actionProgress = nullptr;
+
+    struct Network
+    {
+        QWidget *page = nullptr;
+        QLabel *ping = nullptr;
+        QLabel *throughput = nullptr;
+        QLabel *adapter = nullptr;
+        QPushButton *flushDns = nullptr;
+        QPushButton *reset = nullptr;
+    } network;
+
     QWidget *startupPage = nullptr;
-    QWidget *networkPage = nullptr;
     QWidget *logsPage = nullptr;
     QTextEdit *activityLogView = nullptr; // Cleaner page
     QTextEdit *historyLogView = nullptr; // Logs page
+    QPushButton *exportLogsButton = nullptr;
 
     struct Timers
     {
@@ -139,6 +205,7 @@ public:
         QTimer *statistics = nullptr;
         QTimer *locationWeather = nullptr;
         QTimer *particles = nullptr;
+        QTimer *networkStatus = nullptr;
     } timers;
 
     QColor accentColor;
@@ -171,6 +238,7 @@ private:
     void setupPages();
     void setupDashboardPage();
     void setupCleanerPage();
+    void setupActionsCard(ScrollPage *page);
     void setupStartupPage();
     void setupNetworkPage();
     void setupLogsPage();
@@ -178,13 +246,22 @@ private:
     void setupTitleButtons();
     void assembleWindow();
     void setupBackground();
+    void setupToasts();
     void setupConnections();
+    void connectActions();
     void setupTimers();
     void setupInitialState();
     void setupHoverLift();
+    void applyToastPlacement();
     void queueFirstRuns();
+    void setupToastBridge();
 
     QTimer *createTimer(std::chrono::milliseconds interval, void (MainWindow::*slot)());
+    struct OpeningTexts;
+    bool isConfirmed(const QString &title, const QString &question);
+    void reportOpening(bool success, const OpeningTexts &texts);
+    void runNetworkTask(const QString &title, platform::NetworkTask task, bool restartHint);
+    void releaseRunningCommands(); // they go on without the window
     void updateRamCard();
     void updateDiskCard();
 
@@ -197,6 +274,7 @@ private:
 
     QPalette
         surfacePalette; // what every widget of the root surface is given beside the style sheet
+    QString runningAction; // what to name when it throws
     bool dragging = false;
     QPoint dragOffset; // from the window's top-left corner to the cursor, at the press
 };

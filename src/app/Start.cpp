@@ -11,7 +11,7 @@ int qMain(int argc, char **argv)
     Application application(argc, argv);
     QApplication::setOverrideCursor(QCursor(Qt::WaitCursor));
     const std::unique_ptr<MainWindow> window(new MainWindow(nullptr));
-    application.setFailureReporter([&window](const QString &line) { window->log(line); });
+    application.setFailureReporter([&window](const QString &what) { window->reportFailure(what); });
     QApplication::restoreOverrideCursor();
     window->show();
     const int result = QApplication::exec();

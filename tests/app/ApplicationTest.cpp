@@ -27,8 +27,7 @@ private slots:
         });
         button.show();
         QTest::mouseClick(&button, Qt::LeftButton);
-        QCOMPARE(lines,
-                 QStringList{QStringLiteral("Unexpected error: the folder cannot be examined")});
+        QCOMPARE(lines, QStringList{QStringLiteral("the folder cannot be examined")});
         QTest::mouseClick(&button, Qt::LeftButton); // and it still works
         QCOMPARE(clicks, 2);
         QCOMPARE(lines.size(), 2);
@@ -40,7 +39,7 @@ private slots:
         QStringList lines;
         application()->setFailureReporter([&lines](const QString &line) { lines.append(line); });
         QTimer::singleShot(0, this, [] { throw 42; });
-        QTRY_COMPARE(lines, QStringList{QStringLiteral("Unexpected error: unknown failure")});
+        QTRY_COMPARE(lines, QStringList{QStringLiteral("unknown failure")});
         application()->setFailureReporter({});
         QTimer::singleShot(0, this, [] { throw 43; }); // without a reporter: only survived
         QCoreApplication::processEvents();
@@ -50,10 +49,12 @@ private slots:
     {
         fakes::scriptedPlatform() = {};
         MainWindow window;
-        application()->setFailureReporter([&window](const QString &line) { window.log(line); });
+        application()->setFailureReporter(
+            [&window](const QString &what) { window.reportFailure(what); });
         fakes::scriptedPlatform().memoryThrows = "sensor on fire";
         window.show();
-        QTRY_VERIFY(window.historyLogView->toPlainText().contains(QLatin1String("sensor on fire")));
+        QTRY_VERIFY(window.historyLogView->toPlainText().contains(
+            QLatin1String("] Unexpected error: sensor on fire")));
         QCOMPARE(window.historyLogView->document()->blockCount(), 2);
         const int queries = fakes::scriptedPlatform().memoryQueries;
         QTRY_VERIFY(fakes::scriptedPlatform().memoryQueries > queries); // the next tick comes

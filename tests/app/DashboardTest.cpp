@@ -221,7 +221,7 @@ private slots:
             QCOMPARE(linesOf(view).size(), 1);
             QVERIFY(ready.match(linesOf(view).constFirst()).hasMatch());
         }
-        QVERIFY(window->cleanerPage->isAncestorOf(window->activityLogView));
+        QVERIFY(window->cleaner.page->isAncestorOf(window->activityLogView));
         QVERIFY(window->logsPage->isAncestorOf(window->historyLogView));
     }
 

@@ -146,9 +146,9 @@ private slots:
         QCOMPARE(window->pageStack->widget(3), window->processWatcher);
         QCOMPARE(window->pageStack->widget(4), window->pcConfigPage);
         QCOMPARE(window->pageStack->widget(0), window->dashboard.page);
-        QCOMPARE(window->pageStack->widget(1), window->cleanerPage);
+        QCOMPARE(window->pageStack->widget(1), window->cleaner.page);
         QCOMPARE(window->pageStack->widget(2), window->startupPage);
-        QCOMPARE(window->pageStack->widget(5), window->networkPage);
+        QCOMPARE(window->pageStack->widget(5), window->network.page);
         QCOMPARE(window->pageStack->widget(6), window->settings.page);
         QCOMPARE(window->pageStack->widget(7), window->logsPage);
         QCOMPARE(window->sidebar->items().size(), 8);

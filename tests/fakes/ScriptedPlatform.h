@@ -1,15 +1,21 @@
 // A platform that says what the test wrote into it. Linking `veltra_scripted_platform` puts it in the real one's place.
 #pragma once
 
+#include "platform/Command.h"
+#include "platform/FolderCleaner.h"
+#include "platform/Shell.h"
 #include "platform/SystemDisk.h"
 #include "platform/SystemMemory.h"
 #include "platform/WindowBackdrop.h"
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace fakes {
@@ -30,6 +36,18 @@ struct ScriptedPlatform
     std::filesystem::path temporaryFolder;
     std::filesystem::path systemFolder;
     std::vector<BackdropCall> backdropCalls;
+    std::map<std::string, platform::CleanedFolder>
+        cleaned; // what emptying that folder brings; others bring nothing
+    std::string cleaningThrows; // the folder whose cleaning throws
+    std::vector<std::string> cleanedFolders; // in order
+    bool binSucceeds = true;
+    std::vector<platform::SystemPage> openedPages; // asked for, in order
+    std::vector<std::string> openedFolders;
+    std::vector<platform::SystemPage> availablePages; // the others cannot be opened
+    bool foldersOpen = true;
+    std::map<platform::NetworkTask, platform::CommandLine> commands; // others: the ones of Windows
+    std::vector<std::pair<platform::CommandLine, std::chrono::milliseconds>> hiddenRuns;
+    platform::RunOutcome hiddenOutcome = platform::RunOutcome::Succeeded;
     int memoryQueries = 0;
     int diskQueries = 0;
     std::function<void()> onDiskName; // called when the window is being built

@@ -58,8 +58,7 @@ bool emptyTrash(const FolderListing &trash)
     const int folder = trash.folder();
     const bool filesGone = emptyPart(folder, "files");
     const FileDescriptor files = openFolder(folder, "files");
-    const bool infoGone =
-        (files.isOpen() || filesGone) && emptyPart(folder, "info", files.get());
+    const bool infoGone = (files.isOpen() || filesGone) && emptyPart(folder, "info", files.get());
     const bool expungedGone = emptyPart(folder, "expunged");
     const RemovalRules rules{::geteuid(), nullptr};
     TreeRemover remover(trash, rules);

@@ -1,0 +1,11 @@
+// Between UTF-8 and the system's UTF-16. What is not valid becomes the replacement character.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+std::wstring toWide(std::string_view utf8);
+
+} // namespace platform
