@@ -101,7 +101,7 @@ private slots:
         const QSize toast(330, 90);
         const QPoint usual(16, 16);
         const QRect desk(0, 0, 1920, 1040);
-        const QPoint deskAnchors[] = {
+        const QList<QPoint> deskAnchors{
             {1573, 16}, {16, 16}, {1573, 933}, {16, 933}, {810, 16}, {810, 933}};
         for (int i = 0; i < 6; ++i) {
             QTest::addRow("desk %d", i) << i << desk << toast << usual << deskAnchors[i];
@@ -112,7 +112,7 @@ private slots:
         }
         // left of and above the primary screen: left -1281, right -2, top -1024, bottom -2
         const QRect negative(-1281, -1024, 1280, 1023);
-        const QPoint negativeAnchors[] = {
+        const QList<QPoint> negativeAnchors{
             {-352, -994}, {-1271, -994}, {-352, -123}, {-1271, -123}, {-801, -994}, {-801, -123}};
         for (int i = 0; i < 6; ++i) {
             QTest::addRow("negative %d", i)
@@ -120,7 +120,7 @@ private slots:
         }
         // odd everything: left 1921, right 3285, top 3, bottom 769
         const QRect odd(1921, 3, 1365, 767);
-        const QPoint oddAnchors[] = {
+        const QList<QPoint> oddAnchors{
             {2955, 3}, {1921, 3}, {2955, 692}, {1921, 692}, {2438, 3}, {2438, 692}};
         for (int i = 0; i < 6; ++i) {
             QTest::addRow("odd %d", i)
