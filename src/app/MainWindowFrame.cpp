@@ -1,6 +1,7 @@
 // The window's outside: dragging, rounded corners, backdrop, and the glow of what is under the cursor.
 #include "app/MainWindow.h"
 
+#include "notify/DesktopToastManager.h"
 #include "platform/WindowBackdrop.h"
 #include "ui/CachedShadow.h"
 #include "ui/GlassCard.h"
@@ -205,5 +206,8 @@ void MainWindow::resizeEvent(QResizeEvent *event)
     updateWindowMask();
     if (particleCanvas != nullptr && rootSurface != nullptr) {
         particleCanvas->setGeometry(0, 0, rootSurface->width(), rootSurface->height());
+    }
+    if (toastManager != nullptr) {
+        toastManager->relayout();
     }
 }
