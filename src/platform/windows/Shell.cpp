@@ -1,7 +1,8 @@
 #include "platform/Shell.h"
 
-#include <shellapi.h>
 #include <windows.h>
+
+#include <shellapi.h> // needs the one above
 
 namespace platform {
 
