@@ -37,6 +37,13 @@ class NetworkTest : public QObject
     Q_OBJECT
 
 private slots:
+    // Where it is whatever the current folder will be.
+    void initTestCase()
+    {
+        helperFile = QFileInfo(text(VELTRA_COMMAND_HELPER)).absoluteFilePath();
+        startFolder = QDir::currentPath();
+    }
+
     void init()
     {
         fakes::scriptedPlatform() = {};
@@ -51,6 +58,7 @@ private slots:
     {
         probes::closeToasts();
         window.reset();
+        QDir::setCurrent(startFolder);
         qputenv("PATH", oldPath);
     }
 
@@ -173,6 +181,7 @@ private slots:
         scriptFlush({"sleep", "60000", "never"});
         window->onFlushDns();
         auto *process = window->findChild<QProcess *>();
+        QVERIFY(process != nullptr);
         QTRY_COMPARE(process->state(), QProcess::Running);
         process->kill();
         QTRY_COMPARE(lines().size(), 2);
@@ -197,18 +206,17 @@ private slots:
 
     void plantedProgramsAreNotRun()
     {
-        const QString here = QDir::currentPath();
         const QString trap = folder->filePath(text("trap"));
         QVERIFY(QDir().mkpath(trap));
         plant(text("trap/ipconfig"));
         QVERIFY(QDir::setCurrent(trap));
         const QString beside =
             QCoreApplication::applicationDirPath() + text("/ipconfig") + suffix();
-        QVERIFY(QFile::copy(text(VELTRA_COMMAND_HELPER), beside));
+        QVERIFY(QFile::copy(helperFile, beside));
         window->onFlushDns();
         QTRY_COMPARE(lines().constLast(), text("Flush DNS: Failed to start."));
         QVERIFY(QFile::remove(beside));
-        QVERIFY(QDir::setCurrent(here));
+        QVERIFY(QDir::setCurrent(startFolder));
         QVERIFY(!QFile::exists(trap + text("/ipconfig") + suffix() + text(".ran")));
     }
 
@@ -280,7 +288,7 @@ private:
 
     void plant(const QString &name)
     {
-        QVERIFY(QFile::copy(text(VELTRA_COMMAND_HELPER), folder->filePath(name + suffix())));
+        QVERIFY(QFile::copy(helperFile, folder->filePath(name + suffix())));
     }
 
     static void scriptFlush(std::vector<std::string> arguments)
@@ -294,6 +302,8 @@ private:
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<QTemporaryDir> folder;
     QByteArray oldPath;
+    QString helperFile;
+    QString startFolder;
 };
 
 QTEST_MAIN(NetworkTest)
