@@ -60,7 +60,8 @@ void MainWindow::setupCleanerPage()
     GlassCard *card = createGlassCard(page, QStringLiteral("Activity Log"));
     activityLogView = createLogView(card, QStringLiteral("Activity Log"));
     activityLogView->setMinimumHeight(kLogHeight);
-    activityLogView->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored); // takes what is left
+    activityLogView->setSizePolicy(QSizePolicy::Expanding,
+                                   QSizePolicy::Ignored); // takes what is left
     qobject_cast<QVBoxLayout *>(card->layout())->addWidget(activityLogView, 1);
     page->contentLayout()->addWidget(card, 1);
 }

@@ -100,7 +100,8 @@ private slots:
         }
         QVERIFY(window->activityLogView->height() >= 72);
         const auto *page = qobject_cast<QScrollArea *>(window->cleaner.page);
-        QVERIFY(page->verticalScrollBar()->maximum() <= 40); // none with usual fonts, little with large ones
+        QVERIFY(page->verticalScrollBar()->maximum()
+                <= 40); // none with usual fonts, little with large ones
     }
 
     void opening_data()
