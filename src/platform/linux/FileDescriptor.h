@@ -33,7 +33,7 @@ public:
     int release() { return std::exchange(descriptor, -1); }
 
 private:
-    void close()
+    void close() const
     {
         if (descriptor >= 0) {
             ::close(descriptor);
