@@ -8,14 +8,13 @@
 #include <cstdlib>
 #include <fstream>
 #include <string>
-#include <string_view>
 #include <thread>
 #include <vector>
 
 int main(int argc, char **argv)
 {
     const std::vector<std::string> words(argv, argv + argc);
-    const std::string_view verb = argc > 1 ? std::string_view(words[1]) : "";
+    const std::string verb = argc > 1 ? words[1] : std::string();
     if (verb == "exit" && argc > 2) {
         return std::atoi(argv[2]);
     }

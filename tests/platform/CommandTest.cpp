@@ -56,7 +56,7 @@ protected:
 
     fs::path plant(const fs::path &folder, const std::string &name)
     {
-        const fs::path file = root / folder / (name + kSuffix);
+        fs::path file = root / folder / (name + kSuffix);
         fs::copy_file(VELTRA_COMMAND_HELPER, file, fs::copy_options::overwrite_existing);
         return file;
     }

@@ -21,7 +21,7 @@ Sandbox::~Sandbox()
 
 Path Sandbox::makeCanary() const
 {
-    const Path canary = outside() / "canary";
+    Path canary = outside() / "canary";
     makeFolder(canary);
     makeFolder(canary / "inner");
     makeFile(canary / "song", "tweet");

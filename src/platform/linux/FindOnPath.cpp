@@ -1,10 +1,21 @@
 #include "platform/Command.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <string_view>
 #include <unistd.h>
 
 namespace platform {
+
+namespace {
+
+bool isProgram(const std::filesystem::path &file)
+{
+    std::error_code error;
+    return std::filesystem::is_regular_file(file, error) && ::access(file.c_str(), X_OK) == 0;
+}
+
+} // namespace
 
 std::optional<std::filesystem::path> findOnPath(const std::string &program)
 {
@@ -12,22 +23,18 @@ std::optional<std::filesystem::path> findOnPath(const std::string &program)
     if (path == nullptr || program.empty() || program.find('/') != std::string::npos) {
         return std::nullopt;
     }
-    std::string_view rest = path;
-    while (true) {
-        const std::string_view folder = rest.substr(0, rest.find(':'));
-        if (folder.starts_with('/')) { // an empty or relative one would be the current folder
-            const auto file = std::filesystem::path(folder) / program;
-            std::error_code error;
-            if (std::filesystem::is_regular_file(file, error)
-                && ::access(file.c_str(), X_OK) == 0) {
-                return file;
-            }
+    const std::string_view folders = path;
+    for (std::size_t start = 0; start <= folders.size();) {
+        const std::size_t end = std::min(folders.find(':', start), folders.size());
+        const std::string_view folder = folders.substr(start, end - start);
+        start = end + 1;
+        // An empty or relative one would be the current folder.
+        std::filesystem::path file = std::filesystem::path(folder) / program;
+        if (folder.starts_with('/') && isProgram(file)) {
+            return file;
         }
-        if (folder.size() == rest.size()) {
-            return std::nullopt;
-        }
-        rest.remove_prefix(folder.size() + 1);
     }
+    return std::nullopt;
 }
 
 } // namespace platform

@@ -4,9 +4,11 @@
 #include "platform/FolderCleaner.h"
 #include "platform/TestFiles.h"
 
-#include <cstring>
+#include <algorithm>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <iterator>
+#include <string_view>
 #include <sys/mman.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -81,7 +83,7 @@ TEST_F(InUseEntries, mappedFileThatIsClosed)
     makeFile(folder / "mapped\n file");
     const Child child([this] {
         const int file = ::open((folder / "mapped\n file").c_str(), O_RDONLY);
-        ::mmap(nullptr, 1, PROT_READ, MAP_PRIVATE, file, 0);
+        EXPECT_NE(::mmap(nullptr, 1, PROT_READ, MAP_PRIVATE, file, 0), MAP_FAILED);
         ::close(file);
     });
     expectKept(folder / "mapped\n file");
@@ -111,7 +113,8 @@ TEST_F(InUseEntries, boundSocket)
     const int bound = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
-    std::strcpy(&address.sun_path[0], "../target/socket");
+    constexpr std::string_view kName = "../target/socket";
+    std::copy(kName.begin(), kName.end(), std::begin(address.sun_path));
     EXPECT_EQ(::bind(bound, reinterpret_cast<sockaddr *>(&address), sizeof(address)), 0);
     std::filesystem::current_path(previous);
     expectKept(folder / "socket");
