@@ -25,11 +25,17 @@ QString fileOf(const QString &program)
     return file ? QString::fromStdU16String(file->u16string()) : QString();
 }
 
-// Processes whose window is gone: destroying them would kill the command in the middle of its work.
-QList<QProcess *> &abandonedProcesses()
+// Lets a command go on without its window: destroying its process object would kill it in the middle of its work. What
+// still runs when the program ends is left alone on purpose, and so is this list.
+void abandon(QProcess *process)
 {
-    static QList<QProcess *> processes;
-    return processes;
+    static auto &abandoned = *new QList<QProcess *>;
+    process->setParent(nullptr);
+    abandoned.append(process);
+    QObject::connect(process, &QProcess::finished, process, [process] {
+        abandoned.removeOne(process);
+        process->deleteLater();
+    });
 }
 
 } // namespace
@@ -85,8 +91,7 @@ void MainWindow::releaseRunningCommands()
     for (QProcess *process : processes) {
         if (process->state() != QProcess::NotRunning) {
             process->disconnect(this);
-            process->setParent(nullptr);
-            abandonedProcesses().append(process);
+            abandon(process);
         }
     }
 }

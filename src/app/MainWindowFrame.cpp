@@ -5,6 +5,7 @@
 #include "platform/WindowBackdrop.h"
 #include "ui/CachedShadow.h"
 #include "ui/GlassCard.h"
+#include "ui/Glow.h"
 #include "ui/ParticleCanvas.h"
 
 #include <QCoreApplication>
@@ -41,13 +42,6 @@ platform::NativeWindow backdropHandle(const QWidget &window)
     const QString system = QGuiApplication::platformName();
     return system == QLatin1String("windows") || system == QLatin1String("xcb") ? window.winId()
                                                                                 : 0;
-}
-
-void setGlow(QGraphicsDropShadowEffect *glow, QColor color, qreal blur, int alpha)
-{
-    color.setAlpha(alpha);
-    glow->setBlurRadius(blur);
-    glow->setColor(color);
 }
 
 } // namespace

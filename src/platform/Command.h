@@ -28,6 +28,9 @@ enum class NetworkTask { FlushDns, RenewLease, ResetSockets };
 // where there is none, the one of Windows all the same, whose start will fail.
 CommandLine networkCommand(NetworkTask task);
 
+// The command of Windows for the task, whether it exists here or not.
+CommandLine windowsNetworkCommand(NetworkTask task);
+
 enum class RunOutcome { Succeeded, Failed, NotStarted, StillRunning };
 
 // Runs a program hidden, without input and output, and waits for at most `limit`. Succeeded: exit code 0. A program that

@@ -27,13 +27,6 @@ constexpr qreal kPressBlur = 22;
 constexpr int kPressAlpha = 145;
 constexpr double kTurn = 6.28318; // radians
 
-void setGlow(QGraphicsDropShadowEffect *glow, QColor color, qreal blur, int alpha)
-{
-    color.setAlpha(alpha);
-    glow->setBlurRadius(blur);
-    glow->setColor(color);
-}
-
 void setPulse(QGraphicsDropShadowEffect *glow, const QColor &color, double value)
 {
     const int alpha = static_cast<int>(120 + 70 * std::sin(value * kTurn));
@@ -75,6 +68,13 @@ void applyGlow(QWidget *widget, const QColor &color, int radius)
     glow->setColor(color);
     glow->setOffset(0, 0);
     widget->setGraphicsEffect(glow);
+}
+
+void setGlow(QGraphicsDropShadowEffect *glow, QColor color, qreal blur, int alpha)
+{
+    color.setAlpha(alpha);
+    glow->setBlurRadius(blur);
+    glow->setColor(color);
 }
 
 void applySliderInteractionGlow(QSlider *slider, const QColor &color)

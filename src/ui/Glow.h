@@ -21,5 +21,8 @@ GlassCard *createGlassCard(QWidget *parent, const QString &title);
 // A fixed shadow without offset; replaces the widget's earlier effect. A GlassCard keeps its own shadow.
 void applyGlow(QWidget *widget, const QColor &color, int radius);
 
+// Gives a glow that strength: the colour's own alpha is replaced (0 to 255).
+void setGlow(QGraphicsDropShadowEffect *glow, QColor color, qreal blur, int alpha);
+
 // A faint glow that pulses while the slider is held.
 void applySliderInteractionGlow(QSlider *slider, const QColor &color);

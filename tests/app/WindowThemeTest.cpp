@@ -3,6 +3,7 @@
 
 #include "fakes/ScriptedPlatform.h"
 #include "ui/AnimatedNav.h"
+#include "ui/Contrast.h"
 #include "ui/NavButton.h"
 #include "ui/ParticleCanvas.h"
 #include "ui/Theme.h"
@@ -21,23 +22,10 @@
 #include <cmath>
 #include <memory>
 
+using testcolor::contrast;
+using testcolor::luminance;
+
 namespace {
-
-double luminance(const QColor &color)
-{
-    const auto linear = [](double c) {
-        return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
-        + 0.0722 * linear(color.blueF());
-}
-
-double contrast(const QColor &a, const QColor &b)
-{
-    const double first = luminance(a);
-    const double second = luminance(b);
-    return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
-}
 
 QImage pictureOver(QWidget &window, const QColor &desktop)
 {

@@ -104,15 +104,7 @@ CommandLine networkCommand(NetworkTask task)
     if (const auto found = script.commands.find(task); found != script.commands.end()) {
         return found->second;
     }
-    switch (task) {
-    case NetworkTask::FlushDns:
-        return {"ipconfig", {"/flushdns"}};
-    case NetworkTask::RenewLease:
-        return {"ipconfig", {"/renew"}};
-    case NetworkTask::ResetSockets:
-        break;
-    }
-    return {"netsh", {"winsock", "reset"}};
+    return windowsNetworkCommand(task);
 }
 
 RunOutcome runHidden(const CommandLine &command, std::chrono::milliseconds limit)

@@ -1,5 +1,7 @@
 #include "ui/Theme.h"
 
+#include "ui/Contrast.h"
+
 #include <QCryptographicHash>
 #include <QFrame>
 #include <QLabel>
@@ -8,25 +10,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace {
-
-double luminance(const QColor &color)
-{
-    const auto linear = [](double c) {
-        return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
-        + 0.0722 * linear(color.blueF());
-}
-
-double contrast(const QColor &a, const QColor &b)
-{
-    const double la = luminance(a);
-    const double lb = luminance(b);
-    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
-}
-
-} // namespace
+using testcolor::contrast;
 
 class ThemeTest : public QObject
 {

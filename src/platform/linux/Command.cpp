@@ -52,24 +52,11 @@ std::optional<CommandLine> ownCommand(NetworkTask task)
     return std::nullopt;
 }
 
-CommandLine windowsCommand(NetworkTask task)
-{
-    switch (task) {
-    case NetworkTask::FlushDns:
-        return {"ipconfig", {"/flushdns"}};
-    case NetworkTask::RenewLease:
-        return {"ipconfig", {"/renew"}};
-    case NetworkTask::ResetSockets:
-        break;
-    }
-    return {"netsh", {"winsock", "reset"}};
-}
-
 } // namespace
 
 CommandLine networkCommand(NetworkTask task)
 {
-    const CommandLine windows = windowsCommand(task);
+    const CommandLine windows = windowsNetworkCommand(task);
     return isOnPath(windows.program) ? windows : ownCommand(task).value_or(windows);
 }
 

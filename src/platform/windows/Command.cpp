@@ -4,15 +4,7 @@ namespace platform {
 
 CommandLine networkCommand(NetworkTask task)
 {
-    switch (task) {
-    case NetworkTask::FlushDns:
-        return {"ipconfig", {"/flushdns"}};
-    case NetworkTask::RenewLease:
-        return {"ipconfig", {"/renew"}};
-    case NetworkTask::ResetSockets:
-        break;
-    }
-    return {"netsh", {"winsock", "reset"}};
+    return windowsNetworkCommand(task);
 }
 
 } // namespace platform
