@@ -1,4 +1,4 @@
-// How the program writes sizes.
+// How the program writes sizes. Thread: any.
 #pragma once
 
 #include <QString>

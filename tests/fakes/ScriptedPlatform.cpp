@@ -1,5 +1,6 @@
 #include "fakes/ScriptedPlatform.h"
 
+#include "fakes/ScriptedProcesses.h"
 #include "platform/RecycleBin.h"
 #include "platform/SpecialFolders.h"
 #include "platform/TickCount.h"
@@ -23,6 +24,9 @@ namespace platform {
 
 std::optional<MemoryStatus> queryMemory()
 {
+    if (!fakes::isMainThread()) {
+        return fakes::processes([](auto &processes) { return processes.memory; });
+    }
     auto &script = fakes::scriptedPlatform();
     ++script.memoryQueries;
     if (const char *text = std::exchange(script.memoryThrows, nullptr)) {
@@ -47,6 +51,9 @@ std::string systemDiskName()
 
 std::uint64_t tickCountMilliseconds()
 {
+    if (!fakes::isMainThread()) {
+        return fakes::processes([](auto &processes) { return processes.tickCount; });
+    }
     return fakes::scriptedPlatform().tickCount;
 }
 

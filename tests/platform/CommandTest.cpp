@@ -94,6 +94,17 @@ TEST_F(CommandTest, findsTheFirstOnPath)
     EXPECT_FALSE(platform::findOnPath("").has_value());
 }
 
+#ifndef VELTRA_ON_WINDOWS
+TEST_F(CommandTest, passesOverWhatCannotBeRun)
+{
+    fs::create_directories(root / "three" / "tool");
+    fs::permissions(plant("one", "tool"), fs::perms::owner_read);
+    const fs::path runs = plant("two with blanks", "tool");
+    setPath({root / "three", root / "one", root / "two with blanks"});
+    EXPECT_EQ(platform::findOnPath("tool"), runs);
+}
+#endif
+
 TEST_F(CommandTest, neverLooksInTheCurrentFolder)
 {
     plant("here", "ipconfig");

@@ -13,4 +13,14 @@ std::wstring toWide(std::string_view utf8)
     return wide;
 }
 
+std::string toUtf8(std::wstring_view wide)
+{
+    const int size = static_cast<int>(wide.size());
+    const int length =
+        WideCharToMultiByte(CP_UTF8, 0, wide.data(), size, nullptr, 0, nullptr, nullptr);
+    std::string utf8(static_cast<std::size_t>(length), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, wide.data(), size, utf8.data(), length, nullptr, nullptr);
+    return utf8;
+}
+
 } // namespace platform

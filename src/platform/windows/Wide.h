@@ -7,5 +7,6 @@
 namespace platform {
 
 std::wstring toWide(std::string_view utf8);
+std::string toUtf8(std::wstring_view wide);
 
 } // namespace platform
