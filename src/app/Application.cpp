@@ -1,5 +1,6 @@
 #include "app/Application.h"
 
+#include <QThread>
 #include <exception>
 #include <utility>
 
@@ -24,9 +25,12 @@ bool Application::notify(QObject *receiver, QEvent *event)
     return true;
 }
 
-void Application::report(const QString &what) const
+void Application::report(const QString &what)
 {
-    if (reporter) {
+    if (QThread::currentThread() != thread()) {
+        QMetaObject::invokeMethod(
+            this, [this, what] { report(what); }, Qt::QueuedConnection);
+    } else if (reporter) {
         reporter(what);
     }
 }

@@ -19,7 +19,7 @@ public:
     bool notify(QObject *receiver, QEvent *event) override;
 
 private:
-    void report(const QString &what) const;
+    void report(const QString &what); // from any thread
 
     std::function<void(const QString &)> reporter;
 };

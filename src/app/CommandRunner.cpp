@@ -1,50 +1,16 @@
 // Console commands that run beside the window, and are reported once.
+#include "app/ChildProgram.h"
 #include "app/MainWindow.h"
-#include "platform/Command.h"
 
 #include <QMessageBox>
 #include <QProcess>
 #include <memory>
 
-namespace {
-
-QStringList argumentsOf(const platform::CommandLine &command)
-{
-    QStringList arguments;
-    for (const std::string &argument : command.arguments) {
-        arguments.append(QString::fromStdString(argument));
-    }
-    return arguments;
-}
-
-// The file on PATH; empty, which fails to start, when there is none. A bare name would also be looked for in the current
-// folder and beside this program.
-QString fileOf(const QString &program)
-{
-    const auto file = platform::findOnPath(program.toStdString());
-    return file ? QString::fromStdU16String(file->u16string()) : QString();
-}
-
-// Lets a command go on without its window: destroying its process object would kill it in the middle of its work. What
-// still runs when the program ends is left alone on purpose, and so is this list.
-void abandon(QProcess *process)
-{
-    static auto &abandoned = *new QList<QProcess *>;
-    process->setParent(nullptr);
-    abandoned.append(process);
-    QObject::connect(process, &QProcess::finished, process, [process] {
-        abandoned.removeOne(process);
-        process->deleteLater();
-    });
-}
-
-} // namespace
-
 void MainWindow::runNetworkTask(const QString &title, platform::NetworkTask task, bool restartHint)
 {
     const platform::CommandLine command = platform::networkCommand(task);
     const QString program = QString::fromStdString(command.program);
-    const QStringList arguments = argumentsOf(command);
+    const QStringList arguments = childprogram::argumentsOf(command);
     const QString text =
         QStringLiteral("Running ") + (QStringList{program} + arguments).join(QLatin1Char(' '));
     runCommandAsync(title, text, program, arguments, restartHint);
@@ -82,7 +48,7 @@ void MainWindow::runCommandAsync(const QString &title,
     connect(process, &QProcess::errorOccurred, this, [report](QProcess::ProcessError /*error*/) {
         report(QStringLiteral("Failed to start."), false);
     });
-    process->start(fileOf(program), arguments, QIODevice::ReadWrite);
+    process->start(childprogram::fileOf(program), arguments, QIODevice::ReadWrite);
 }
 
 void MainWindow::releaseRunningCommands()
@@ -91,7 +57,7 @@ void MainWindow::releaseRunningCommands()
     for (QProcess *process : processes) {
         if (process->state() != QProcess::NotRunning) {
             process->disconnect(this);
-            abandon(process);
+            childprogram::abandon(process);
         }
     }
 }

@@ -4,6 +4,7 @@
 #include "monitor/ByteFormat.h"
 #include "platform/SystemDisk.h"
 #include "platform/SystemMemory.h"
+#include "ui/ElidedLabel.h"
 #include "ui/GlassCard.h"
 #include "ui/Glow.h"
 #include "ui/ReadableBar.h"
@@ -34,6 +35,14 @@ QLabel *addLabel(GlassCard *card, const QString &text, const QString &objectName
     label->setIndent(0); // in line with the title also where the style sheet gives the label a box
     label->setWordWrap(true); // where the fonts are wide
     label->setObjectName(objectName);
+    card->layout()->addWidget(label);
+    return label;
+}
+
+// For text that others send.
+QLabel *addElidedLabel(GlassCard *card, const QString &text)
+{
+    auto *label = new ElidedLabel(text, card);
     card->layout()->addWidget(label);
     return label;
 }
@@ -110,8 +119,8 @@ void MainWindow::setupDashboardPage()
     GlassCard *live = createGlassCard(page, QStringLiteral("Live Info"));
     dashboard.time = addLabel(live, unknownText(), QStringLiteral("statValue"));
     dashboard.date = addLabel(live, unknownText(), QStringLiteral("cardTitle"));
-    dashboard.location = addLabel(live, QStringLiteral("Location: Resolving..."));
-    dashboard.weather = addLabel(live, QStringLiteral("Weather: Resolving..."));
+    dashboard.location = addElidedLabel(live, QStringLiteral("Location: Resolving..."));
+    dashboard.weather = addElidedLabel(live, QStringLiteral("Weather: Resolving..."));
     page->contentLayout()->addWidget(live);
     page->contentLayout()->addStretch(1);
 }
@@ -165,15 +174,5 @@ void MainWindow::updateLiveDateTime()
     }
     if (dashboard.date != nullptr) {
         dashboard.date->setText(now.toString(QStringLiteral("dddd, MMMM d, yyyy")));
-    }
-}
-
-void MainWindow::refreshLiveLocationWeather()
-{
-    if (dashboard.location != nullptr) {
-        dashboard.location->setText(QStringLiteral("Location: Resolving..."));
-    }
-    if (dashboard.weather != nullptr) {
-        dashboard.weather->setText(QStringLiteral("Weather: Resolving..."));
     }
 }

@@ -50,6 +50,8 @@ void MainWindow::exportLogsTo(const QString &path)
     QTextStream stream(&file);
     stream << historyLogView->toPlainText();
     stream.flush();
+    const bool isWritten = file.flush() && stream.status() == QTextStream::Ok;
     file.close();
-    log(QStringLiteral("Logs exported: ") + path);
+    log(isWritten ? QStringLiteral("Logs exported: ") + path
+                  : QStringLiteral("Failed to export logs.")); // a full disk
 }

@@ -1,5 +1,6 @@
 #include "app/MainWindow.h"
 
+#include "app/PerformanceMode.h"
 #include "core/OptimizerCore.h"
 #include "monitor/ProcessWatcherWidget.h"
 #include "pcconfig/PCConfigPage.h"
@@ -18,7 +19,6 @@
 #include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
-#include <algorithm>
 #include <chrono>
 
 namespace {
@@ -34,18 +34,10 @@ constexpr int kTitleBarSpacing = 8;
 constexpr QSize kTitleButtonSize(30, 24);
 constexpr int kContentSpacing = 16;
 
-constexpr auto kPulseInterval = 33ms;
 constexpr auto kStatisticsInterval = 1000ms;
-constexpr auto kLocationWeatherInterval = 15min;
 constexpr auto kNetworkStatusInterval = 1000ms;
-constexpr auto kParticlesInterval = 16ms;
 constexpr auto kFirstStatistics = 80ms;
 constexpr auto kFirstLocationWeather = 1200ms;
-
-constexpr int kHighPerformance = 2;
-constexpr int kInitialParticles = 110;
-constexpr int kFewestParticles = 8;
-constexpr double kInitialParticleSpeed = 0.9;
 
 struct PageEntry
 {
@@ -110,6 +102,7 @@ MainWindow::MainWindow(QWidget *parent)
 MainWindow::~MainWindow()
 {
     OptimizerCore::setToastCallback({});
+    endWebQueries();
     releaseRunningCommands();
 }
 
@@ -118,7 +111,7 @@ void MainWindow::setupWindow()
     setWindowTitle(QStringLiteral("Veltra Premium C++ PC Optimizer"));
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
     setAttribute(Qt::WA_TranslucentBackground);
-    setProperty("perfMode", kHighPerformance);
+    setProperty("perfMode", performance::High);
     setProperty("lowMemoryMode", false);
     resize(kWindowSize);
     layout()->setSizeConstraint(QLayout::SetNoConstraint); // no content makes the window grow
@@ -192,11 +185,15 @@ void MainWindow::setupPages()
     setupSettingsPage();
     pcConfigPage = new PCConfigPage(pageStack);
     processWatcher = new ProcessWatcherWidget(pageStack);
+    connect(processWatcher,
+            &ProcessWatcherWidget::requestToast,
+            this,
+            &MainWindow::onProcessWatcherToast);
 
     // The order of the Page enumeration.
     for (QWidget *page : std::initializer_list<QWidget *>{dashboard.page,
                                                           cleaner.page,
-                                                          startupPage,
+                                                          startup.page,
                                                           processWatcher,
                                                           pcConfigPage,
                                                           network.page,
@@ -242,11 +239,12 @@ void MainWindow::setupBackground()
 
 void MainWindow::setupConnections()
 {
-    timers.pulse = createTimer(kPulseInterval, &MainWindow::pulsePrimaryButtons);
+    timers.pulse = createTimer(performance::kHighPace.pulse, &MainWindow::pulsePrimaryButtons);
     connect(sidebar, &SidebarNav::navSelected, this, &MainWindow::onNavChanged);
     connect(minimizeButton, &QToolButton::clicked, this, &QWidget::showMinimized);
     connect(closeButton, &QToolButton::clicked, this, &QWidget::close);
     connectActions();
+    connectSettings();
 }
 
 QTimer *MainWindow::createTimer(std::chrono::milliseconds interval, void (MainWindow::*slot)())
@@ -263,21 +261,14 @@ void MainWindow::setupTimers()
     timers.statistics = createTimer(kStatisticsInterval, &MainWindow::updateSystemStats);
     timers.networkStatus = createTimer(kNetworkStatusInterval, &MainWindow::refreshNetworkStatus);
     timers.locationWeather =
-        createTimer(kLocationWeatherInterval, &MainWindow::refreshLiveLocationWeather);
-    timers.particles = createTimer(kParticlesInterval, &MainWindow::tickParticles);
+        createTimer(performance::kLocationWeatherInterval, &MainWindow::refreshLiveLocationWeather);
+    timers.particles = createTimer(performance::kHighPace.particles, &MainWindow::tickParticles);
 }
 
 void MainWindow::setupInitialState()
 {
     onNavChanged(DashboardPage);
-
-    particleCanvas->count = std::max(kInitialParticles, kFewestParticles);
-    particleCanvas->initParticles();
-    particleCanvas->speed = kInitialParticleSpeed;
-    particleCanvas->enabled = true;
-    particleCanvas->autoColorShift = true;
-    particleCanvas->accentColor = accentColor;
-    particleCanvas->update();
+    applyParticleSettings();
 }
 
 void MainWindow::queueFirstRuns()
@@ -311,6 +302,6 @@ void MainWindow::tickParticles()
         particleCanvas->setGeometry(0, 0, rootSurface->width(), rootSurface->height());
     }
     particleCanvas->advance();
-    particleCanvas->update();
+    particleCanvas->updateDots();
     windowSurface->raise();
 }

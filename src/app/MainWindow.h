@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Command.h"
+#include "platform/WebQuery.h"
 
 #include <QColor>
 #include <QMainWindow>
@@ -9,25 +10,34 @@
 #include <QPoint>
 #include <array>
 #include <chrono>
+#include <functional>
 
 class AnimatedNav;
 class DesktopToastManager;
+class GlassCard;
 class PCConfigPage;
 class PageTransitions;
 class ParticleCanvas;
 class ProcessWatcherWidget;
 class QPushButton;
 class ScrollPage;
+class QCheckBox;
+class QComboBox;
 class QFrame;
 class QLabel;
+class QLineEdit;
 class QProgressBar;
 class QSlider;
 class QStackedWidget;
+class QTableWidget;
 class QTextEdit;
 class QTimer;
 class QToolButton;
 class QVariantAnimation;
 class SidebarNav;
+namespace performance {
+struct Pace;
+}
 
 // Frameless, translucent, rounded, always 1100 x 680: a title bar that it is dragged by, the sidebar, and a stack of
 // eight pages above a moving background. Owns all of it through the widget tree. GUI thread.
@@ -123,13 +133,17 @@ public slots:
 
     void updateSystemStats(); // both cards, each on its own, then the clock
     void updateLiveDateTime();
-    void refreshLiveLocationWeather();
+    void refreshLiveLocationWeather(); // asks anew; waits for nothing
 
     void onAccentHueChanged(int hue); // 0 to 359
     void onAccentSaturationChanged(int saturation); // 0 to 255
     void onAccentValueChanged(int value); // 0 to 255
     void onRandomizeTheme();
     void onAutoColorShiftToggled(bool on);
+    void onParticleDensityChanged(int dots); // at least 8; the old ones are thrown away
+    void onParticleSpeedChanged(int tenths); // at least 1: dots never stand still
+    void onParticlesToggled(bool on);
+    void onPerformanceModeChanged(int mode); // see performance::Mode
 
     void pulsePrimaryButtons();
     void tickParticles();
@@ -168,11 +182,18 @@ public:
     struct Settings
     {
         QWidget *page = nullptr;
-        QSlider *hue =
-            nullptr; // null until the page has them; the slots then use the initial accent's values
+        // Where one of the first three is null, the slots use the initial accent's value.
+        QSlider *hue = nullptr; // degrees
         QSlider *saturation = nullptr;
         QSlider *brightness = nullptr;
-        QSlider *offsetX = nullptr; // null likewise: 16 px
+        QSlider *density = nullptr; // dots
+        QSlider *speed = nullptr; // tenths
+        QCheckBox *particles = nullptr;
+        QCheckBox *autoColorShift = nullptr;
+        QPushButton *randomize = nullptr;
+        QComboBox *performanceMode = nullptr;
+        QComboBox *notifications = nullptr;
+        QSlider *offsetX = nullptr; // px; null: 16
         QSlider *offsetY = nullptr;
     } settings;
 
@@ -193,7 +214,14 @@ public:
         QPushButton *reset = nullptr;
     } network;
 
-    QWidget *startupPage = nullptr;
+    struct Startup
+    {
+        QWidget *page = nullptr;
+        QLineEdit *search = nullptr;
+        QTableWidget *table = nullptr;
+        QPushButton *openSettings = nullptr;
+    } startup;
+
     QWidget *logsPage = nullptr;
     QTextEdit *activityLogView = nullptr; // Cleaner page
     QTextEdit *historyLogView = nullptr; // Logs page
@@ -243,15 +271,20 @@ private:
     void setupNetworkPage();
     void setupLogsPage();
     void setupSettingsPage();
+    void setupLookSettings(GlassCard *card);
+    void setupParticleSettings(GlassCard *card);
+    void setupModeSettings(GlassCard *card);
     void setupTitleButtons();
     void assembleWindow();
     void setupBackground();
     void setupToasts();
     void setupConnections();
     void connectActions();
+    void connectSettings();
     void setupTimers();
     void setupInitialState();
     void setupHoverLift();
+    void applyParticleSettings();
     void applyToastPlacement();
     void queueFirstRuns();
     void setupToastBridge();
@@ -262,6 +295,11 @@ private:
     void reportOpening(bool success, const OpeningTexts &texts);
     void runNetworkTask(const QString &title, platform::NetworkTask task, bool restartHint);
     void releaseRunningCommands(); // they go on without the window
+    void askWeb(platform::WebTopic topic, const std::function<void(const QString &)> &answered);
+    void endWebQueries(); // nobody reads their answers without the window
+    void setEffectsEnabled(bool enabled); // of everything in the root surface
+    void enterLowMemory();
+    void enterPace(const performance::Pace &pace);
     void updateRamCard();
     void updateDiskCard();
 
@@ -271,6 +309,7 @@ private:
     void liftOnHover(QObject *watched, const QEvent &event) const;
     void setAccent(const QColor &accent);
     void adoptTheme(QObject *polished) const;
+    void applyValueColor() const;
 
     QPalette
         surfacePalette; // what every widget of the root surface is given beside the style sheet

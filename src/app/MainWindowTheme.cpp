@@ -5,6 +5,7 @@
 #include "ui/ParticleCanvas.h"
 #include "ui/Theme.h"
 
+#include <QLabel>
 #include <QRandomGenerator>
 #include <QSlider>
 
@@ -43,15 +44,31 @@ void MainWindow::applyTheme()
     surfacePalette = theme::palette(accentColor);
     rootSurface->setStyleSheet(theme::styleSheet(accentColor));
     theme::adopt(rootSurface, surfacePalette);
+    applyValueColor();
     if (sidebar != nullptr) {
         sidebar->setAccentColor(accentColor);
+    }
+}
+
+// The style sheet writes the large figures in the accent colour, which the user may have made too dark to be read. Then
+// the labels have a colour of their own.
+void MainWindow::applyValueColor() const
+{
+    const QColor text = theme::textFor(accentColor);
+    const QString rule =
+        text == accentColor ? QString() : QStringLiteral("color: %1;").arg(text.name());
+    const auto labels = rootSurface->findChildren<QLabel *>(QStringLiteral("statValue"));
+    for (QLabel *label : labels) {
+        if (label->styleSheet() != rule) {
+            label->setStyleSheet(rule);
+        }
     }
 }
 
 void MainWindow::adoptTheme(QObject *polished) const
 {
     auto *widget = qobject_cast<QWidget *>(polished);
-    if (widget != nullptr && rootSurface != nullptr && rootSurface->isAncestorOf(widget)) {
+    if (widget != nullptr && rootSurface != nullptr && theme::isDressedBy(rootSurface, widget)) {
         theme::adopt(widget, surfacePalette);
     }
 }

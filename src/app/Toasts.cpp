@@ -27,13 +27,6 @@ void MainWindow::setupToasts()
     toastManager = new DesktopToastManager(this);
 }
 
-void MainWindow::applyToastPlacement()
-{
-    onNotifPositionChanged(DesktopToastManager::TopRight);
-    onNotifOffsetXChanged(kInitialOffset);
-    onNotifOffsetYChanged(kInitialOffset);
-}
-
 // The core announces on whatever thread it runs, with its lock held: here it is only posted.
 void MainWindow::setupToastBridge()
 {

@@ -1,5 +1,7 @@
 #include "ui/CachedShadow.h"
 
+#include "ui/DrawPicture.h"
+
 #include <QEvent>
 #include <QPainter>
 #include <QPixmapCache>
@@ -33,6 +35,7 @@ CachedShadow::CachedShadow(QWidget *widget)
     : QGraphicsDropShadowEffect(widget)
 {
     widget->installEventFilter(this);
+    connect(this, &QGraphicsEffect::enabledChanged, this, &CachedShadow::dropPictures);
     if (QPixmapCache::cacheLimit() < kPixmapCacheKilobytes) {
         QPixmapCache::setCacheLimit(kPixmapCacheKilobytes);
     }
@@ -85,8 +88,8 @@ void CachedShadow::draw(QPainter *painter)
     const QPoint moved(qRound(transform.dx() - sourceTransform.dx()),
                        qRound(transform.dy() - sourceTransform.dy()));
     painter->setWorldTransform(QTransform());
-    painter->drawImage(sourceOffset + moved, shadow);
-    painter->drawPixmap(sourceOffset + moved, source);
+    drawPicture(*painter, sourceOffset + moved, shadow);
+    drawPicture(*painter, sourceOffset + moved, source.toImage()); // the same memory, not a copy
     painter->setWorldTransform(transform);
 }
 

@@ -11,7 +11,8 @@
 // its shadow on every single draw, even when only something behind the widget moved.
 //
 // Must be a child of the widget that it is installed on; otherwise, and while the widget is hidden, nothing is kept.
-// Memory: two pictures of the widget's size plus its shadow's rim, only while the widget is visible. GUI thread.
+// Memory: two pictures of the widget's size plus its shadow's rim, only while the widget is visible and the effect
+// enabled. GUI thread.
 class CachedShadow : public QGraphicsDropShadowEffect
 {
     Q_OBJECT
@@ -24,6 +25,7 @@ public:
     // How often the widget has been rendered, and its shadow blurred, since construction. For tests and benchmarks.
     int renderCount() const { return rendered; }
     int blurCount() const { return blurred; }
+    bool holdsPictures() const { return !source.isNull() || !shadow.isNull(); }
 
 protected:
     void draw(QPainter *painter) override;

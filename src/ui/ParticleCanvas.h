@@ -1,8 +1,11 @@
 // The moving background of the whole window: two soft glows, a grid, and drifting dots in the accent colour.
 #pragma once
 
+#include "ui/DotRaster.h"
+
 #include <QColor>
-#include <QPixmap>
+#include <QImage>
+#include <QRegion>
 #include <QWidget>
 #include <vector>
 
@@ -32,6 +35,9 @@ public:
     // Does nothing while disabled or without a size.
     void advance();
 
+    // Asks for a repaint of no more than what the dots covered when this was last called, and cover now.
+    void updateDots();
+
     // Written by the owner; a repaint is its business.
     std::vector<Particle> particles;
     int count = 70;
@@ -47,11 +53,26 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void paintBackdrop(QPainter &painter);
-    void renderBackdrop(qreal ratio);
+    struct Recipe // what the backdrop depends on
+    {
+        QSize size;
+        qreal ratio = 0;
+        bool frameOutline = false;
+
+        bool operator==(const Recipe &) const = default;
+    };
+
+    void updatePicture(qreal ratio);
+    void renderBackdrop();
     void paintOutline(QPainter &painter) const;
-    void paintParticles(QPainter &painter) const;
+    void paintParticles();
+    void paintDot(const QPointF &center, double radius, const QColor &color);
     QColor particleColor() const;
 
-    QPixmap backdrop; // glows and grid; they only change with size and scale
+    QRegion coveredByDots; // at the last tick
+    Recipe recipe;
+    QImage backdrop; // glows and grid
+    QImage picture; // the same with the dots
+    std::vector<QRect> dotsInPicture; // device pixels
+    DotRaster raster;
 };

@@ -1,6 +1,5 @@
 #include "ui/Theme.h"
 
-#include <QWidget>
 #include <algorithm>
 #include <cmath>
 
@@ -48,24 +47,6 @@ QColor shadeColor()
     return {6, 11, 22};
 }
 
-// The style sheet leaves these alone, so they can follow the accent without looking.
-bool isAccentRole(QPalette::ColorRole role)
-{
-    return role == QPalette::Highlight || role == QPalette::HighlightedText
-        || role == QPalette::Link || role == QPalette::LinkVisited;
-}
-
-void fillGroup(QPalette &own, QPalette::ColorGroup group, const QPalette &palette)
-{
-    for (int i = 0; i < QPalette::NColorRoles; ++i) {
-        const auto role = static_cast<QPalette::ColorRole>(i);
-        const bool isGap = palette.isBrushSet(group, role) && !own.isBrushSet(group, role);
-        if (isGap || isAccentRole(role)) {
-            own.setBrush(group, role, palette.brush(group, role));
-        }
-    }
-}
-
 void setTextRoles(QPalette &palette)
 {
     for (const auto role :
@@ -91,17 +72,37 @@ void setSurfaceRoles(QPalette &palette)
     palette.setColor(QPalette::Shadow, shadeColor());
 }
 
+// Relative, of sRGB: 0 to 1.
+double luminance(const QColor &color)
+{
+    const auto linear = [](double channel) {
+        return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
+        + 0.0722 * linear(color.blueF());
+}
+
 } // namespace
 
 QColor readableOn(const QColor &background)
 {
     constexpr double kEqualContrast = 0.179;
-    const auto linear = [](double channel) {
-        return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-    };
-    const double luminance = 0.2126 * linear(background.redF())
-        + 0.7152 * linear(background.greenF()) + 0.0722 * linear(background.blueF());
-    return luminance > kEqualContrast ? Qt::black : Qt::white;
+    return luminance(background) > kEqualContrast ? Qt::black : Qt::white;
+}
+
+QColor textFor(const QColor &accent)
+{
+    constexpr double kReadableOnCards = 0.32;
+    constexpr float kStep = 0.04F; // of the way to white
+    QColor text = accent;
+    for (float white = kStep; luminance(text) < kReadableOnCards && white < 1; white += kStep) {
+        const auto mixed = [white](float part) {
+            return part + (1 - part) * white;
+        };
+        text =
+            QColor::fromRgbF(mixed(accent.redF()), mixed(accent.greenF()), mixed(accent.blueF()));
+    }
+    return text;
 }
 
 QColor initialAccent()
@@ -165,18 +166,6 @@ QFont font()
                            QStringLiteral("Liberation Sans")});
     font.setPixelSize(kFontPixels);
     return font;
-}
-
-void adopt(QWidget *widget, const QPalette &palette)
-{
-    QPalette own = widget->palette();
-    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-        fillGroup(own, group, palette);
-    }
-    widget->setPalette(own);
-    if (!widget->testAttribute(Qt::WA_SetFont)) {
-        widget->setFont(font());
-    }
 }
 
 } // namespace theme

@@ -30,6 +30,9 @@ QColor highlightFor(const QColor &accent);
 // luminance of sRGB, with the threshold at which both contrast alike.
 QColor readableOn(const QColor &background);
 
+// The accent, where text of its colour reads at 4.5 to 1 on the dark cards; otherwise mixed with as much white as that takes.
+QColor textFor(const QColor &accent);
+
 // The style sheet with its six placeholders, and filled for an accent.
 QString styleSheetTemplate();
 QString styleSheet(const QColor &accent);
@@ -38,6 +41,10 @@ QString styleSheet(const QColor &accent);
 // platform's own colours are; the accent marks selections. The font is "Segoe UI" at 13 px, or what comes closest.
 QPalette palette(const QColor &accent);
 QFont font();
+
+// Whether a widget gets its palette and font from that root: everything inside it, and the popups of combo boxes inside
+// it. Menus and dialogs keep the platform's look.
+bool isDressedBy(const QWidget *root, const QWidget *widget);
 
 // Gives one widget both. Under a style sheet a widget inherits neither from its parent, so each one is given them, after
 // every polish; what the style sheet itself sets (colours, sizes) goes before.

@@ -2,7 +2,9 @@
 #include "app/MainWindow.h"
 
 #include "fakes/ScriptedPlatform.h"
+#include "fakes/ScriptedWebQuery.h"
 
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QLocale>
 #include <QProgressBar>
@@ -34,6 +36,7 @@ private slots:
     void init()
     {
         fakes::scriptedPlatform() = {};
+        fakes::scriptedWebQuery() = {};
         window = std::make_unique<MainWindow>(nullptr);
     }
 
@@ -67,6 +70,23 @@ private slots:
         QVERIFY(window->dashboard.ramValue->text() != QLatin1String("--"));
         QTRY_VERIFY_WITH_TIMEOUT(fakes::scriptedPlatform().memoryQueries >= 3, 4000);
         QCOMPARE(fakes::scriptedPlatform().diskQueries, fakes::scriptedPlatform().memoryQueries);
+    }
+
+    // Whether the window is shown or not.
+    void webIsAskedAfterAWhileAndThenRegularly()
+    {
+        using platform::WebTopic;
+        const auto &asked = fakes::scriptedWebQuery().asked;
+        QElapsedTimer time;
+        time.start();
+        QVERIFY(asked.empty());
+        QTRY_VERIFY(!asked.empty());
+        QVERIFY2(time.elapsed() >= 1100, qPrintable(QString::number(time.elapsed())));
+        QCOMPARE(asked, (std::vector{WebTopic::Location, WebTopic::Weather}));
+        QCOMPARE(window->timers.locationWeather->interval(), 15 * 60 * 1000);
+        window->timers.locationWeather->start(1);
+        QTRY_VERIFY(asked.size() >= 6);
+        QCOMPARE(window->dashboard.location->text(), QStringLiteral("Location: Resolving..."));
     }
 
     void ram_data()

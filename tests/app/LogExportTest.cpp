@@ -90,6 +90,17 @@ private slots:
         QVERIFY(!QFile::exists(folder->filePath(text("missing"))));
     }
 
+    void fullDiskIsAFailure()
+    {
+        const QString full = text("/dev/full"); // whatever is written to it finds no room
+        if (!QFile::exists(full)) {
+            QSKIP("no such device here");
+        }
+        window->exportLogsTo(full);
+        QCOMPARE(probes::logLines(window->historyLogView).constLast(),
+                 text("Failed to export logs."));
+    }
+
 private:
     // Presses the button and answers the dialog: with a path, or by cancelling it.
     void exportTo(const QString &path)

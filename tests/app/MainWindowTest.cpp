@@ -147,7 +147,7 @@ private slots:
         QCOMPARE(window->pageStack->widget(4), window->pcConfigPage);
         QCOMPARE(window->pageStack->widget(0), window->dashboard.page);
         QCOMPARE(window->pageStack->widget(1), window->cleaner.page);
-        QCOMPARE(window->pageStack->widget(2), window->startupPage);
+        QCOMPARE(window->pageStack->widget(2), window->startup.page);
         QCOMPARE(window->pageStack->widget(5), window->network.page);
         QCOMPARE(window->pageStack->widget(6), window->settings.page);
         QCOMPARE(window->pageStack->widget(7), window->logsPage);
@@ -294,7 +294,9 @@ private slots:
     {
         QTest::addColumn<int>("index");
         for (int i = 0; i < 8; ++i) {
-            QTest::newRow(qPrintable(kPageNames.at(i))) << i;
+            if (i != MainWindow::ProcWatchPage) { // there the table scrolls
+                QTest::newRow(qPrintable(kPageNames.at(i))) << i;
+            }
         }
     }
 
@@ -323,10 +325,10 @@ private slots:
              QStringLiteral("Live Info")},
             {QStringLiteral("Safe System Actions"), QStringLiteral("Activity Log")},
             {QStringLiteral("Startup Manager")},
-            {QStringLiteral("Proc Watch")},
-            {QStringLiteral("PC Config")},
+            {}, // its cards are plain frames
+            {}, // likewise; their own tests look at them
             {QStringLiteral("Network Center")},
-            {QStringLiteral("Customization Lab")},
+            {QStringLiteral("Customization Lab"), QStringLiteral("Safety Policy")},
             {QStringLiteral("Logs / History")}};
         for (int i = 0; i < 8; ++i) {
             QStringList found;

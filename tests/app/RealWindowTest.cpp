@@ -70,7 +70,9 @@ private slots:
             QCoreApplication::processEvents();
             QCOMPARE(window.pageStack->currentIndex(), page);
             QCOMPARE(window.size(), QSize(1100, 680));
-            QVERIFY(window.pageStack->currentWidget()->findChild<GlassCard *>() != nullptr);
+            QVERIFY(
+                window.pageStack->currentWidget()->findChild<QWidget *>(QStringLiteral("glassCard"))
+                != nullptr);
         }
     }
 };

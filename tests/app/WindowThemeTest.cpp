@@ -8,6 +8,8 @@
 #include "ui/ParticleCanvas.h"
 #include "ui/Theme.h"
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
@@ -98,6 +100,9 @@ private slots:
 
     void slotsWithoutSliders()
     {
+        window->settings.hue = nullptr;
+        window->settings.saturation = nullptr;
+        window->settings.brightness = nullptr;
         window->onAccentHueChanged(10);
         QCOMPARE(window->accentColor, QColor::fromHsv(10, 133, 255));
         QCOMPARE(window->particleCanvas->accentColor, window->accentColor);
@@ -114,7 +119,6 @@ private slots:
 
     void slotsWithSliders()
     {
-        addSliders();
         window->settings.hue->setValue(42);
         QCOMPARE(window->accentColor, QColor::fromHsv(42, 133, 255));
         window->settings.saturation->setValue(200);
@@ -125,7 +129,6 @@ private slots:
 
     void randomThemeWithSomeSliders()
     {
-        addSliders();
         QSlider *saturation = std::exchange(window->settings.saturation, nullptr);
         const int before = saturation->value();
         window->onRandomizeTheme();
@@ -174,7 +177,6 @@ private slots:
 
     void randomThemesStayInRange()
     {
-        addSliders();
         for (int i = 0; i < 100; ++i) {
             window->onRandomizeTheme();
             QVERIFY(window->settings.saturation->value() >= 90);
@@ -226,13 +228,13 @@ private slots:
     void everyWidgetGetsPaletteAndFont()
     {
         window->show();
-        addStrangers(window->startupPage);
+        addStrangers(window->startup.page);
         window->onNavChanged(MainWindow::StartupPage);
         for (const int hue : {205, 20}) {
             window->onAccentHueChanged(hue);
             QCOMPARE(window->rootSurface->palette().color(QPalette::Text),
                      QColor(0xf2, 0xf6, 0xff));
-            const auto widgets = window->startupPage->findChildren<QWidget *>();
+            const auto widgets = window->startup.page->findChildren<QWidget *>();
             for (const QWidget *widget : widgets) {
                 if (!widget->testAttribute(Qt::WA_WState_Polished)) {
                     continue;
@@ -275,8 +277,9 @@ private slots:
             if (!widget->isVisible() || !showsText(widget)) {
                 continue;
             }
-            const int inset =
-                qobject_cast<QPushButton *>(widget) != nullptr ? 6 : 2; // past a border
+            const bool bordered = qobject_cast<QPushButton *>(widget) != nullptr
+                || qobject_cast<QComboBox *>(widget) != nullptr;
+            const int inset = bordered ? 6 : 2; // past the border
             const QPoint corner =
                 widget->mapTo(window.get(), QPoint(inset, widget->height() - 1 - inset));
             const QColor behind = picture.pixelColor(corner);
@@ -294,20 +297,6 @@ private slots:
     }
 
 private:
-    void addSliders()
-    {
-        const auto add = [this](int from, int to, int value, void (MainWindow::*slot)(int)) {
-            auto *slider = new QSlider(window->settings.page);
-            slider->setRange(from, to);
-            slider->setValue(value);
-            connect(slider, &QSlider::valueChanged, window.get(), slot);
-            return slider;
-        };
-        window->settings.hue = add(0, 359, 205, &MainWindow::onAccentHueChanged);
-        window->settings.saturation = add(20, 255, 133, &MainWindow::onAccentSaturationChanged);
-        window->settings.brightness = add(90, 255, 255, &MainWindow::onAccentValueChanged);
-    }
-
     static void addStrangers(QWidget *page)
     {
         QWidget *card = page->findChild<QFrame *>(QStringLiteral("glassCard"));
@@ -325,7 +314,9 @@ private:
         return qobject_cast<QLabel *>(widget) != nullptr
             || qobject_cast<QTextEdit *>(widget) != nullptr
             || qobject_cast<QPushButton *>(widget) != nullptr
-            || qobject_cast<QLineEdit *>(widget) != nullptr;
+            || qobject_cast<QLineEdit *>(widget) != nullptr
+            || qobject_cast<QCheckBox *>(widget) != nullptr
+            || qobject_cast<QComboBox *>(widget) != nullptr;
     }
 
     std::unique_ptr<MainWindow> window;

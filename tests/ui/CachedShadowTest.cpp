@@ -198,6 +198,31 @@ private slots:
         QCOMPARE(shadow->renderCount(), rendered + 1);
     }
 
+    // It has nothing to draw then, so it keeps nothing.
+    void switchedOffItKeepsNoPictures()
+    {
+        QWidget window;
+        window.resize(300, 200);
+        QFrame panel(&window);
+        panel.setGeometry(20, 20, 100, 60);
+        auto *shadow = new CachedShadow(&panel);
+        panel.setGraphicsEffect(shadow);
+        window.show();
+        const QImage before = window.grab().toImage();
+        const int rendered = shadow->renderCount();
+        window.grab();
+        QCOMPARE(shadow->renderCount(), rendered);
+        QVERIFY(shadow->holdsPictures());
+        shadow->setEnabled(false);
+        QVERIFY(!shadow->holdsPictures());
+        window.grab();
+        QVERIFY(!shadow->holdsPictures());
+        QCOMPARE(shadow->renderCount(), rendered);
+        shadow->setEnabled(true);
+        QCOMPARE(window.grab().toImage(), before);
+        QCOMPARE(shadow->renderCount(), rendered + 1);
+    }
+
     void movedWidgetMovesItsPicture()
     {
         QWidget window;

@@ -1,5 +1,7 @@
 #include "ui/ParticleCanvas.h"
 
+#include <QPainter>
+#include <QScreen>
 #include <QTest>
 #include <algorithm>
 #include <cmath>
@@ -20,6 +22,78 @@ void placeOneDot(ParticleCanvas &canvas)
     canvas.resize(200, 100);
     picture(canvas); // delivers the resize, which sows anew
     canvas.particles = {{106, 60, 0, 0, 8, 1.5708}}; // brightest
+}
+
+// The whole picture, painted directly and without anything kept.
+void paintGlow(QPainter &painter, const QPointF &center, double radius, const QColor &color)
+{
+    QRadialGradient glow(center, radius);
+    glow.setColorAt(0, color);
+    glow.setColorAt(1, QColor(color.red(), color.green(), color.blue(), 0));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(glow);
+    painter.drawEllipse(center, radius, radius);
+}
+
+void paintDots(QPainter &painter, const ParticleCanvas &canvas)
+{
+    QColor color = canvas.accentColor.isValid() ? canvas.accentColor : QColor(120, 195, 255);
+    if (canvas.autoColorShift) {
+        color = QColor::fromHsv(
+            (color.hue() + canvas.hueOffset) % 360, color.saturation(), color.value());
+    }
+    painter.setPen(Qt::NoPen);
+    for (const auto &dot : canvas.particles) {
+        color.setAlpha(static_cast<int>((std::sin(dot.phase) + 1.0) * 55.0) + 70);
+        painter.setBrush(color);
+        painter.drawEllipse(QPointF(dot.x, dot.y), dot.radius, dot.radius);
+    }
+}
+
+QImage paintedDirectly(const ParticleCanvas &canvas, qreal ratio)
+{
+    QImage image(canvas.size() * ratio, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    const double w = canvas.width();
+    const double h = canvas.height();
+    paintGlow(painter, {0.18 * w, 0.68 * h}, 0.38 * w, QColor(55, 132, 255, 72));
+    paintGlow(painter, {0.83 * w, 0.28 * h}, 0.3 * w, QColor(95, 170, 255, 64));
+    painter.setPen(
+        QPen(QColor(150, 190, 255, 20), 1.0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
+    for (int x = 0; x < canvas.width(); x += 24) {
+        painter.drawLine(x, 0, x, canvas.height());
+    }
+    for (int y = 0; y < canvas.height(); y += 24) {
+        painter.drawLine(0, y, canvas.width(), y);
+    }
+    if (canvas.frameOutline) {
+        painter.setPen(QPen(QColor(255, 255, 255, 38), 1.0));
+        painter.setBrush(QColor(255, 255, 255, 10));
+        painter.drawRoundedRect(QRectF(1, 1, w - 2, h - 2), 8, 8);
+    }
+    if (canvas.enabled) {
+        paintDots(painter, canvas);
+    }
+    return image;
+}
+
+int largestDifference(const QImage &a, const QImage &b)
+{
+    int largest = a.size() == b.size() ? 0 : 255;
+    for (int y = 0; y < a.height() && largest < 255; ++y) {
+        for (int x = 0; x < a.width(); ++x) {
+            const QColor first = a.pixelColor(x, y);
+            const QColor second = b.pixelColor(x, y);
+            largest = std::max({largest,
+                                std::abs(first.red() - second.red()),
+                                std::abs(first.green() - second.green()),
+                                std::abs(first.blue() - second.blue())});
+        }
+    }
+    return largest;
 }
 
 } // namespace
@@ -126,6 +200,197 @@ private slots:
                          added(with.blue(), without.blue()));
         const int distance = std::abs(dot.hsvHue() - hue);
         QVERIFY2(std::min(distance, 360 - distance) <= 2, qPrintable(dot.name()));
+    }
+
+    void pictureIsTheDesignedOne_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<bool>("enabled");
+        QTest::addColumn<bool>("outline");
+        QTest::addColumn<bool>("shift");
+        QTest::addColumn<qreal>("ratio");
+        for (const qreal ratio : {1.0, 1.25, 1.5, 2.0}) {
+            QTest::addRow("as in the window @%g", ratio)
+                << QSize(400, 240) << true << false << true << ratio;
+        }
+        QTest::newRow("without dots") << QSize(301, 203) << false << false << true << 1.0;
+        QTest::newRow("outlined") << QSize(301, 203) << true << true << false << 1.0;
+        QTest::newRow("tiny") << QSize(5, 5) << true << false << false << 1.0;
+    }
+
+    void pictureIsTheDesignedOne()
+    {
+        QFETCH(QSize, size);
+        QFETCH(bool, enabled);
+        QFETCH(bool, outline);
+        QFETCH(bool, shift);
+        QFETCH(qreal, ratio);
+        ParticleCanvas canvas(nullptr);
+        canvas.resize(size);
+        picture(canvas);
+        canvas.accentColor = QColor::fromHsv(205, 133, 255);
+        canvas.enabled = enabled;
+        canvas.frameOutline = outline;
+        canvas.autoColorShift = shift;
+        canvas.hueOffset = 200;
+        QImage image(size * ratio, QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(ratio);
+        image.fill(Qt::black);
+        canvas.render(&image, {}, {}, QWidget::DrawChildren);
+        QVERIFY(largestDifference(image, paintedDirectly(canvas, ratio)) <= 1);
+    }
+
+    // As when the window is moved to a screen of another scale, and back.
+    void otherScalesAreNotStretched()
+    {
+        ParticleCanvas canvas(nullptr);
+        canvas.resize(200, 150);
+        picture(canvas);
+        canvas.autoColorShift = false;
+        for (const qreal ratio : {1.0, 2.0, 1.25, 1.0}) {
+            QImage image(canvas.size() * ratio, QImage::Format_ARGB32_Premultiplied);
+            image.setDevicePixelRatio(ratio);
+            image.fill(Qt::black);
+            canvas.render(&image, {}, {}, QWidget::DrawChildren);
+            QVERIFY(largestDifference(image, paintedDirectly(canvas, ratio)) <= 1);
+        }
+    }
+
+    // What stands on the screen after many small repaints is what one large repaint paints.
+    void smallRepaintsLeaveNoTrails()
+    {
+        QWidget window;
+        window.resize(400, 240);
+        auto *canvas = new ParticleCanvas(&window);
+        canvas->setGeometry(window.rect());
+        canvas->count = 40;
+        canvas->speed = 3;
+        canvas->initParticles();
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        const auto onScreen = [&window] {
+            return window.screen()->grabWindow(window.winId()).toImage();
+        };
+        const QImage before = onScreen();
+        for (int tick = 0; tick < 60; ++tick) {
+            canvas->advance();
+            canvas->updateDots();
+            QCoreApplication::processEvents();
+        }
+        const QImage expected = window.grab().toImage();
+        QVERIFY(largestDifference(expected, before) > 20); // they have moved
+        QTRY_VERIFY(largestDifference(onScreen(), expected)
+                    <= 1); // once the last repaint is through
+    }
+
+    // The opacity of a dot over black is its own: 70 to 180 of 255.
+    void dotsTwinkle_data()
+    {
+        QTest::addColumn<double>("phase");
+        QTest::addColumn<int>("alpha");
+        QTest::newRow("darkest") << 4.712388980384690 << 70;
+        QTest::newRow("middle") << 0.0 << 125;
+        QTest::newRow("rising") << 0.5235987755982989 << 152; // sin 0.5
+        QTest::newRow("brightest") << 1.5707963267948966 << 180;
+    }
+
+    void dotsTwinkle()
+    {
+        QFETCH(double, phase);
+        QFETCH(int, alpha);
+        ParticleCanvas canvas(nullptr);
+        placeOneDot(canvas);
+        canvas.accentColor = QColor(255, 255, 255);
+        canvas.autoColorShift = false;
+        canvas.particles[0].phase = phase;
+        const QColor with = picture(canvas).pixelColor(106, 60);
+        canvas.enabled = false;
+        const QColor without = picture(canvas).pixelColor(106, 60);
+        const auto over = [alpha](int under) {
+            return (255 * alpha + under * (255 - alpha)) / 255;
+        };
+        QVERIFY(std::abs(with.red() - over(without.red())) <= 1);
+        QVERIFY(std::abs(with.green() - over(without.green())) <= 1);
+        QVERIFY(std::abs(with.blue() - over(without.blue())) <= 1);
+    }
+
+    void dotsHaveTheirRadius()
+    {
+        ParticleCanvas canvas(nullptr);
+        placeOneDot(canvas);
+        canvas.particles[0].radius = 4;
+        const QImage with = picture(canvas);
+        canvas.enabled = false;
+        const QImage without = picture(canvas);
+        for (const int x : {101, 111}) {
+            QCOMPARE(with.pixelColor(x, 60), without.pixelColor(x, 60));
+        }
+        for (const int x : {103, 106, 109}) {
+            QVERIFY(with.pixelColor(x, 60) != without.pixelColor(x, 60));
+        }
+    }
+
+    // Nobody's dots are moved to another size: there are new ones.
+    void resizeSowsAnew()
+    {
+        ParticleCanvas canvas(nullptr);
+        canvas.count = 30;
+        canvas.resize(500, 400);
+        canvas.show();
+        QCOMPARE(canvas.particles.size(), 30U);
+        canvas.particles = {{1, 2, 3, 4, 5, 6}};
+        canvas.resize(90, 60);
+        QCOMPARE(canvas.particles.size(), 30U);
+        for (const auto &dot : canvas.particles) {
+            QVERIFY(dot.x < 90 && dot.y < 60);
+        }
+    }
+
+    void speedScalesTheMotionOnly()
+    {
+        ParticleCanvas canvas(nullptr);
+        canvas.resize(200, 200);
+        canvas.speed = 0.5;
+        canvas.particles = {{10, 20, 1, -2, 2, 6.27}};
+        canvas.advance();
+        QCOMPARE(canvas.particles[0].x, 10.5);
+        QCOMPARE(canvas.particles[0].y, 19.0);
+        QCOMPARE(canvas.particles[0].phase, 6.29);
+    }
+
+    void eachAxisWrapsBySize()
+    {
+        ParticleCanvas canvas(nullptr);
+        canvas.resize(200, 100);
+        canvas.particles = {{221, 50, 0, 0, 2, 0}, {50, 121, 0, 0, 2, 0}, {50, -21, 0, 0, 2, 0}};
+        canvas.advance();
+        QCOMPARE(canvas.particles[0].x, -20.0);
+        QCOMPARE(canvas.particles[0].y, 50.0);
+        QCOMPARE(canvas.particles[1].y, -20.0);
+        QCOMPARE(canvas.particles[2].y, 120.0);
+    }
+
+    void hueGoesRound()
+    {
+        ParticleCanvas canvas(nullptr);
+        canvas.resize(100, 100);
+        canvas.hueOffset = 358;
+        canvas.advance();
+        QCOMPARE(canvas.hueOffset, 359);
+        canvas.advance();
+        QCOMPARE(canvas.hueOffset, 0);
+        canvas.autoColorShift = false;
+        canvas.advance();
+        QCOMPARE(canvas.hueOffset, 0);
+    }
+
+    void withoutASizeItStandsStill()
+    {
+        ParticleCanvas canvas(nullptr);
+        canvas.resize(0, 100);
+        canvas.particles = {{1, 1, 1, 1, 2, 0}};
+        canvas.advance();
+        QCOMPARE(canvas.particles[0].x, 1.0);
     }
 
     void outlineIsOptional()

@@ -17,6 +17,19 @@ class ThemeTest : public QObject
     Q_OBJECT
 
 private slots:
+    void textInTheAccentCanBeRead()
+    {
+        QCOMPARE(theme::textFor(theme::initialAccent()), theme::initialAccent());
+        for (int hue = 0; hue < 360; hue += 5) {
+            for (const int brightness : {90, 160, 255}) {
+                const QColor accent = QColor::fromHsv(hue, 255, brightness);
+                const QColor text = theme::textFor(accent);
+                QVERIFY(testcolor::contrast(text, QColor(28, 36, 58)) >= 4.5);
+                QVERIFY(text == accent || text.lightness() > accent.lightness());
+            }
+        }
+    }
+
     void templateHasItsLengthAndRules()
     {
         const QString sheet = theme::styleSheetTemplate();
