@@ -37,7 +37,8 @@ function(veltra_sandbox_test test)
         list(APPEND environment HOME=${sandbox}/home XDG_DATA_HOME=${sandbox}/data XDG_CONFIG_HOME=${sandbox}/home
              XDG_CACHE_HOME=${sandbox}/home XDG_RUNTIME_DIR=${sandbox}/runtime TEMP=${sandbox}/temp
              TMPDIR=${sandbox}/temp "UBSAN_OPTIONS=print_stacktrace=1"
-             "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp")
+             "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp"
+             "TSAN_OPTIONS=ignore_noninstrumented_modules=1:suppressions=${PROJECT_SOURCE_DIR}/tests/tsan.supp")
     endif()
     set_tests_properties(${test} PROPERTIES ENVIRONMENT "${environment}" TIMEOUT 120)
 endfunction()

@@ -10,6 +10,10 @@ if(VELTRA_SANITIZE)
     add_link_options(-fsanitize=${VELTRA_SANITIZE})
 endif()
 
+if(VELTRA_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 # veltra_folder_library(NAME SOURCES ... [LINK ...] [QT]): static library veltra_<folder>, include root src/.
 function(veltra_folder_library name)
     cmake_parse_arguments(arg "QT" "" "SOURCES;LINK" ${ARGN})

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Renders packaging/veltra.svg into the Windows icon. The result is kept under version control, so that a build needs
+# Renders packaging/veltra.svg into the icons of the packages. The results are kept under version control, so that a build needs
 # none of these tools; run this after a change of the drawing.
 set -euo pipefail
 . "$(dirname "$0")/../scripts/lib.sh"
@@ -9,8 +9,8 @@ ensure_packages $(packages_icons)
 
 drawing=$veltra_root/packaging/veltra.svg
 icon=$veltra_root/packaging/windows/veltra.ico
-images=$(mktemp -d)
-trap 'rm -rf "$images"' EXIT
+images=$veltra_root/packaging/linux/icons
+mkdir -p "$images"
 
 render() { rsvg-convert --width "$1" --height "$1" --output "$images/$1.png" "$drawing"; }
 

@@ -17,6 +17,12 @@ say "Toasts"
 "$veltra_root/build/bench/benchmarks/ToastBench"
 say "Log"
 "$veltra_root/build/bench/benchmarks/LogBench"
+say "Readings of all processes, against top"
+"$veltra_root/build/bench/benchmarks/SamplerBench"
+say "The process table"
+"$veltra_root/build/bench/benchmarks/ProcessTableBench"
+say "PC Config"
+"$veltra_root/build/bench/benchmarks/PcConfigBench"
 say "Cleaning"
 # In memory where possible: a disk's own work would hide the difference.
 shared=/dev/shm

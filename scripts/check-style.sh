@@ -8,7 +8,8 @@ set -euo pipefail
 ensure_packages $(packages_build) $(packages_test) $(packages_style)
 cd "$veltra_root"
 
-mapfile -t sources < <(git ls-files 'src/*.cpp' 'src/*.h' 'tests/*.cpp' 'tests/*.h' 'benchmarks/*.cpp' 'benchmarks/*.h')
+mapfile -t sources < <(git ls-files 'src/*.cpp' 'src/*.h' 'tests/*.cpp' 'tests/*.h' 'benchmarks/*.cpp' 'benchmarks/*.h' \
+    'examples/*.cpp' 'examples/*.h')
 say "Checking the format of ${#sources[@]} files"
 clang-format --dry-run --Werror "${sources[@]}"
 
@@ -24,7 +25,7 @@ while read -r file; do
     stamp=$stamps/$( (echo "$common $file" && cat "$file") | sha256sum | cut -c1-32)
     stamp_of[$file]=$stamp
     [ -f "$stamp" ] || changed+=("$file")
-done < <(git ls-files 'src/*.cpp' 'tests/*.cpp' 'benchmarks/*.cpp' | while read -r file; do
+done < <(git ls-files 'src/*.cpp' 'tests/*.cpp' 'benchmarks/*.cpp' 'examples/*.cpp' | while read -r file; do
     grep -qF "\"$veltra_root/$file\"" build/dev/compile_commands.json && echo "$file" || true
 done)
 

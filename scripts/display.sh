@@ -6,7 +6,7 @@ start_display() {
     command -v Xvfb >/dev/null || die "no display, and no Xvfb to make one: please install the package 'xvfb'"
     local number_file
     number_file=$(mktemp "$(scratch_folder)/display.XXXXXX")
-    Xvfb -displayfd 3 -screen 0 "${1:-1280x800}x24" -nolisten tcp 3>"$number_file" 2>/dev/null &
+    Xvfb -displayfd 3 -noreset -screen 0 "${1:-1280x800}x24" -nolisten tcp 3>"$number_file" 2>/dev/null &
     display_pid=$!
     trap stop_display EXIT
     local tries

@@ -18,6 +18,8 @@ packages_test() { echo libgtest-dev libgmock-dev; }
 packages_style() { echo clang clang-format clang-tidy git; }
 packages_windows() { echo g++-mingw-w64-x86-64-posix dpkg-dev googletest; }
 packages_wine() { echo wine wine64; }
+packages_package_windows() { echo nsis zip unzip xclip; }
+packages_package_debian() { echo dpkg-dev lintian appstream desktop-file-utils man-db; }
 packages_icons() { echo librsvg2-bin icoutils; }
 
 is_installed() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q '^install ok installed$'; }

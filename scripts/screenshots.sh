@@ -21,7 +21,11 @@ start_compositor
 # A trial run touches nobody's folders: everything that a program may write to lies in a sandbox.
 sandbox=$(mktemp -d "$(scratch_folder)/screenshots.XXXXXX")
 raw=$sandbox/raw
-mkdir -m 700 "$raw" "$sandbox"/{home,data,temp,runtime}
+mkdir -m 700 "$raw" "$sandbox"/{home,data,temp,runtime,bin}
+# Nor the web: whatever would ask it fails at once.
+for asker in curl powershell; do
+    ! command -v "$asker" >/dev/null || ln -s "$(command -v false)" "$sandbox/bin/$asker"
+done
 pictures=() converters=()
 cleanup() {
     rm -rf "$sandbox"
@@ -31,7 +35,7 @@ trap cleanup EXIT
 
 started=$(date +%s%N)
 env HOME="$sandbox/home" XDG_DATA_HOME="$sandbox/data" XDG_RUNTIME_DIR="$sandbox/runtime" \
-    TEMP="$sandbox/temp" TMPDIR="$sandbox/temp" "$program" &
+    TEMP="$sandbox/temp" TMPDIR="$sandbox/temp" PATH="$sandbox/bin:$PATH" "$program" &
 program_pid=$!
 window=$(timeout 20 xdotool search --sync --onlyvisible --name "^${title//+/\\+}$" | head -n 1) \
     || die "the window did not appear"

@@ -97,6 +97,9 @@ wine_settings() {
     echo 'HKCU\Software\Wine\WineDbg|ShowCrashDialog|REG_DWORD|0'
     # No window manager runs on the virtual screen, and Wine would wait two seconds for its answer at every window.
     echo 'HKCU\Software\Wine\X11 Driver|Managed|REG_SZ|N'
+    # Without the folder of Wine's PowerShell, which answers nothing: every window would start it fifteen times. The test
+    # that wants it names it.
+    echo 'HKLM\System\CurrentControlSet\Control\Session Manager\Environment|PATH|REG_EXPAND_SZ|%SystemRoot%\system32;%SystemRoot%;%SystemRoot%\system32\wbem'
 }
 
 # Creates the sandbox's Windows once, and again when Wine or a setting changed; a caller that comes meanwhile waits.

@@ -1,0 +1,45 @@
+// A soak run from its start to its table.
+#pragma once
+
+#include "soak/Walk.h"
+
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QStringList>
+#include <chrono>
+#include <functional>
+
+#include "soak/Resources.h"
+
+class SoakRun : public QObject
+{
+    Q_OBJECT
+
+public:
+    SoakRun(MainWindow &soaked, BlockWatch &watching, std::chrono::seconds wanted);
+
+    void start(); // ends the event loop when it is over
+    bool report(); // prints the table; false when something is wrong
+
+    Walk walk;
+
+private:
+    void go();
+    void settle(const std::function<void()> &then);
+    void startStorm();
+    void endStorm();
+
+    MainWindow &window;
+    BlockWatch &watch;
+    LogCheck log;
+    std::chrono::seconds length;
+    QElapsedTimer clock;
+    QTimer stepping;
+    QProcess storm;
+    QStringList complaints;
+    QStringList stormRates; // processes a second
+    bool isWarm = false;
+    Resources atStart;
+    Resources warm;
+    Resources atEnd;
+};
