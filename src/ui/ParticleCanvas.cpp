@@ -53,6 +53,7 @@ void ParticleCanvas::initParticles()
         dot.phase = random.generateDouble() * kPhaseRange;
         particles.push_back(dot);
     }
+    coveredByDots = rect(); // wherever the new ones will have been painted before they move
 }
 
 void ParticleCanvas::advance()

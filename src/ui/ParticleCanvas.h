@@ -69,7 +69,7 @@ private:
     void paintDot(const QPointF &center, double radius, const QColor &color);
     QColor particleColor() const;
 
-    QRegion coveredByDots; // at the last tick
+    QRegion coveredByDots; // where dots may stand painted since the last tick
     Recipe recipe;
     QImage backdrop; // glows and grid
     QImage picture; // the same with the dots
