@@ -1,14 +1,17 @@
 // A drop shadow that is computed once and then only drawn.
 #pragma once
 
-#include <QGraphicsDropShadowEffect>
-#include <QImage>
-#include <QPixmap>
-#include <QPoint>
+#include "ui/ShadowPicture.h"
+#include "ui/WidgetPicture.h"
 
-// Draws exactly what QGraphicsDropShadowEffect draws, pixel by pixel, and keeps the finished pictures (the widget's own
-// and its shadow) until the widget or something inside it really changes. The stock effect renders the widget and blurs
-// its shadow on every single draw, even when only something behind the widget moved.
+#include <QGraphicsDropShadowEffect>
+#include <QPixmap>
+#include <QTransform>
+
+// Draws what QGraphicsDropShadowEffect draws, at most 1 of 255 off in any channel, and keeps the finished pictures (the
+// widget's own and its shadow). When something inside the widget changes, only that part is rendered and blurred anew. The
+// stock effect renders the whole widget and blurs its whole shadow on every single draw, even when only something behind the
+// widget moved.
 //
 // Must be a child of the widget that it is installed on; otherwise, and while the widget is hidden, nothing is kept.
 // Memory: two pictures of the widget's size plus its shadow's rim, only while the widget is visible and the effect
@@ -20,11 +23,14 @@ class CachedShadow : public QGraphicsDropShadowEffect
 public:
     explicit CachedShadow(QWidget *widget);
 
+    QRectF boundingRectFor(const QRectF &rect) const override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
-    // How often the widget has been rendered, and its shadow blurred, since construction. For tests and benchmarks.
+    // How often the widget, or a part of it, has been rendered, and its shadow blurred, since construction; and how much of
+    // that, in device pixels. For tests and benchmarks.
     int renderCount() const { return rendered; }
     int blurCount() const { return blurred; }
+    qint64 renderedPixels() const { return pixelsRendered; }
     bool holdsPictures() const { return !source.isNull() || !shadow.isNull(); }
 
 protected:
@@ -32,29 +38,37 @@ protected:
     void sourceChanged(ChangeFlags flags) override;
 
 private:
-    struct ShadowRecipe // everything that a shadow's picture depends on besides its source
+    struct Placement // what the pictures' geometry depends on
     {
-        qreal blurRadius = 0;
-        QPointF offset;
-        QColor color;
-
-        bool operator==(const ShadowRecipe &) const = default;
+        QTransform transform;
+        qreal ratio = 0;
+        QRect bounds; // of the shadow and the widget, in the painter's coordinates
+        QRect visiblePart; // of the widget: elsewhere changes are announced to nobody
     };
 
+    QWidget *shadowedWidget() const;
     ShadowRecipe wantedRecipe() const;
+    Placement placementFor(const QPainter &painter) const;
     bool mayKeepPictures() const;
+    bool fits(const Placement &now) const;
     void dropPictures();
-    bool sourceIsCurrent(const QTransform &transform, qreal ratio) const;
-    void renderSource(const QTransform &transform, qreal ratio);
-    void renderShadow();
+    void watchForChanges();
+    void renderSource(const Placement &now);
+    void renderChanges(const QPainter &painter, const Placement &now);
+    void renderNewlyVisible(const Placement &now);
+    void refresh(const QRect &part);
+    QRect refreshShadow();
+    void bringUpToDate(const QPainter &painter, const Placement &now);
+    static QPoint originOf(const Placement &now); // of the widget in its picture, in logical pixels
+    static QPoint placeOf(const QPainter &painter,
+                          const Placement &now); // of the pictures, in device pixels
 
-    QPixmap source;
-    QImage shadow; // null when it has to be computed
-    QPoint
-        sourceOffset; // of both pictures' top-left corner, in device coordinates, when they were rendered
-    QTransform sourceTransform;
-    qreal sourceRatio = 0;
-    ShadowRecipe recipe;
+    WidgetPicture source;
+    ShadowPicture shadow;
+    QRect staleShadow; // in device pixels of the source
+    Placement kept; // of both pictures
+    QPixmap watch; // shared with the toolkit's cache until the widget changes
     int rendered = 0;
     int blurred = 0;
+    qint64 pixelsRendered = 0;
 };

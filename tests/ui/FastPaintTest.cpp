@@ -1,6 +1,7 @@
 // The quick ways of painting against the toolkit's own.
 #include "ui/DotRaster.h"
 #include "ui/DrawPicture.h"
+#include "ui/PictureDifference.h"
 #include "ui/TileRegion.h"
 
 #include <QPainter>
@@ -16,23 +17,6 @@ QImage canvas(const QSize &size, qreal ratio)
     image.setDevicePixelRatio(ratio);
     image.fill(QColor(20, 60, 110, 200));
     return image;
-}
-
-int largestDifference(const QImage &a, const QImage &b)
-{
-    int largest = 0;
-    for (int y = 0; y < a.height(); ++y) {
-        for (int x = 0; x < a.width(); ++x) {
-            const QRgb first = a.pixel(x, y);
-            const QRgb second = b.pixel(x, y);
-            for (const int shift : {0, 8, 16, 24}) {
-                const int difference = static_cast<int>((first >> shift) & 0xff)
-                    - static_cast<int>((second >> shift) & 0xff);
-                largest = std::max(largest, std::abs(difference));
-            }
-        }
-    }
-    return largest;
 }
 
 // A widget that draws a picture at a place, by either way.

@@ -1,4 +1,5 @@
 #include "ui/ParticleCanvas.h"
+#include "ui/PictureDifference.h"
 
 #include <QPainter>
 #include <QScreen>
@@ -78,22 +79,6 @@ QImage paintedDirectly(const ParticleCanvas &canvas, qreal ratio)
         paintDots(painter, canvas);
     }
     return image;
-}
-
-int largestDifference(const QImage &a, const QImage &b)
-{
-    int largest = a.size() == b.size() ? 0 : 255;
-    for (int y = 0; y < a.height() && largest < 255; ++y) {
-        for (int x = 0; x < a.width(); ++x) {
-            const QColor first = a.pixelColor(x, y);
-            const QColor second = b.pixelColor(x, y);
-            largest = std::max({largest,
-                                std::abs(first.red() - second.red()),
-                                std::abs(first.green() - second.green()),
-                                std::abs(first.blue() - second.blue())});
-        }
-    }
-    return largest;
 }
 
 } // namespace
