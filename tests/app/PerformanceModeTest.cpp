@@ -4,6 +4,7 @@
 #include "fakes/ScriptedPlatform.h"
 #include "ui/CachedShadow.h"
 #include "ui/ParticleCanvas.h"
+#include "ui/PictureDifference.h"
 #include "ui/TestInput.h"
 
 #include <QCheckBox>
@@ -226,7 +227,7 @@ private slots:
         window->network.ping->setText(QStringLiteral("Ping: -- ms"));
         const QImage after = window->rootSurface->grab().toImage();
         QVERIFY(low != before);
-        QCOMPARE(after, before);
+        QVERIFY(largestDifference(after, before) <= 1);
     }
 
     // One frame paints the canvas once; what lies above it is only drawn, from kept pictures.
