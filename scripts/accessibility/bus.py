@@ -9,6 +9,7 @@ from gi.repository import Atspi, GLib
 
 STARTED_WITHIN = 20  # seconds
 ANSWERS_WITHIN = 10
+ATTEMPTS = 5
 REACTS_WITHIN = 2  # seconds
 
 
@@ -116,7 +117,16 @@ def read_tree(accessible, parent=None):
 
 
 def shown_cells(table):
-    """The column headers and the cells of the first row that stand inside the table."""
+    """The column headers and the cells of the first row. The process table has other cells every second."""
+    for _ in range(ATTEMPTS):
+        try:
+            return read_cells(table)
+        except GLib.Error:
+            continue
+    return []
+
+
+def read_cells(table):
     grid = table.accessible.queryTable()
     found = []
     for column in range(grid.nColumns):
@@ -160,5 +170,5 @@ def known_as(accessible, known):
                     return candidate
             accessible = accessible.parent
     except GLib.Error:
-        pass  # a process table has other cells every second
+        pass
     return None

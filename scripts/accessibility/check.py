@@ -21,7 +21,7 @@ ACCENTS = int(os.environ.get("VELTRA_ACCENTS", "20"))
 SEED = 20261121
 ENTRANCE = 0.4  # seconds: a page comes in, and its first figures with it
 REPAINT = 0.05
-ATTEMPTS = 2  # for a picture that was taken in the midst of a change
+ATTEMPTS = 2  # what is really wrong is wrong again
 CLOSED_WITHIN = 10
 BADGE = "VPO"
 ASIDE = 1279, 799  # where the mouse touches nothing
@@ -87,7 +87,10 @@ class Check:
         complaints = list(check_names(tree))
         controls = [element for element in tree.everything() if is_control(element)]
         for_keyboard = [element for element in controls if is_for_keyboard(element)]
-        wrong, reached = check_way(self.keyboard, for_keyboard)
+        for _ in range(ATTEMPTS):  # on a busy machine a key may overtake the news of the one before
+            wrong, reached = check_way(self.keyboard, for_keyboard)
+            if not wrong:
+                break
         complaints += wrong
         self.complaints += [f"{name}: {complaint}" for complaint in complaints]
         self.add(name, len(controls), f"{reached} of {len(for_keyboard)}", self.contrast(accents))
