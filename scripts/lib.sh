@@ -17,6 +17,8 @@ packages_display() { echo xvfb xauth picom imagemagick x11-utils x11-apps xdotoo
 packages_test() { echo libgtest-dev libgmock-dev; }
 packages_bench() { echo openbox; }
 packages_style() { echo clang clang-format clang-tidy git; }
+packages_accessibility() { echo at-spi2-core dbus python3-pyatspi; }
+packages_coverage() { echo gcovr; }
 packages_windows() { echo g++-mingw-w64-x86-64-posix dpkg-dev googletest; }
 packages_wine() { echo wine wine64; }
 packages_package_windows() { echo nsis zip unzip xclip; }

@@ -43,6 +43,8 @@ QLabel *addRow(QGridLayout *grid, int row, const QString &text, QWidget *control
 {
     auto *label = new QLabel(text, control->parentWidget());
     control->setAccessibleName(text);
+    // On Linux a combo box is named by what is chosen; its label tells what for.
+    label->setBuddy(control);
     grid->addWidget(label, row, 0);
     grid->addWidget(control, row, 1);
     return label;

@@ -66,6 +66,7 @@ void ProcessWatcherWidget::setupTable()
     table->setSelectionMode(QAbstractItemView::SingleSelection);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers); // what is shown is what is ended
     table->setWordWrap(false);
+    table->setTabKeyNavigation(false); // Tab goes on, not through thousands of cells and around
     table->setAccessibleName(QStringLiteral("Processes"));
     qobject_cast<QVBoxLayout *>(layout())->addWidget(table, 1);
 }

@@ -33,11 +33,10 @@ constexpr int kUptimeShare = 3;
 constexpr quint64 kSecondsPerHour = 3600;
 constexpr quint64 kSecondsPerMinute = 60;
 
-QLabel *createValueLabel(QWidget *parent, const QString &title)
+QLabel *createValueLabel(QWidget *parent)
 {
     auto *value = new QLabel(QStringLiteral("--"), parent);
     value->setObjectName(QStringLiteral("statValue"));
-    value->setAccessibleName(title);
     value->setIndent(0); // in line with the title, although the style sheet gives it a box
     value->setTextFormat(Qt::PlainText);
     return value;
@@ -95,7 +94,8 @@ QLabel *ProcessWatcherWidget::addCard(QHBoxLayout *row, const QString &title, in
     auto *cardLayout = new QVBoxLayout(card);
     auto *titleLabel = new QLabel(title, card);
     titleLabel->setObjectName(QStringLiteral("cardTitle"));
-    QLabel *value = createValueLabel(card, title);
+    QLabel *value = createValueLabel(card);
+    titleLabel->setBuddy(value); // a name of its own would be read instead of the figure
     cardLayout->addWidget(titleLabel);
     cardLayout->addWidget(value);
     card->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -118,6 +118,8 @@ void ProcessWatcherWidget::setupControls()
     refreshRateBox->addItems(
         {QStringLiteral("1 sec"), QStringLiteral("2 sec"), QStringLiteral("3 sec")});
     refreshRateBox->setAccessibleName(QStringLiteral("Refresh rate"));
+    // On Linux a combo box is named by what is chosen, and no label stands beside this one.
+    refreshRateBox->setAccessibleDescription(QStringLiteral("Time between two readings"));
     row->addWidget(refreshRateBox, 0);
 
     endButton = new QPushButton(QStringLiteral("End Task"), this);

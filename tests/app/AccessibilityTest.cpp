@@ -74,6 +74,16 @@ const QWidget *cardOf(const QWidget *widget, const QWidget *page)
     return card;
 }
 
+QStringList labelsOf(const QAccessibleInterface &seen)
+{
+    QStringList names;
+    const auto relations = seen.relations(QAccessible::Label);
+    for (const auto &[label, relation] : relations) {
+        names.append(label->text(QAccessible::Name));
+    }
+    return names;
+}
+
 // Below it, or beside it to the right.
 bool follows(const QRect &next, const QRect &before)
 {
@@ -121,6 +131,34 @@ private slots:
                      qPrintable(describe(widget)));
         }
         QVERIFY(controls >= kPages + 1); // the sidebar's, and some of the page
+    }
+
+    // A figure is named by itself, and its title belongs to it.
+    void everyFigureIsHeard()
+    {
+        show(MainWindow::ProcWatchPage);
+        const auto figures =
+            window->processWatcher->findChildren<QLabel *>(QStringLiteral("statValue"));
+        QCOMPARE(figures.size(), 4);
+        for (QLabel *figure : figures) {
+            const QAccessibleInterface *seen = QAccessible::queryAccessibleInterface(figure);
+            QCOMPARE(seen->text(QAccessible::Name), figure->text());
+            QVERIFY(!labelsOf(*seen).isEmpty());
+        }
+    }
+
+    // On some systems a combo box is named by what is chosen.
+    void everyChoiceTellsWhatItIsFor()
+    {
+        const auto boxes = window->pageStack->findChildren<QComboBox *>();
+        QCOMPARE(boxes.size(), 3);
+        for (QComboBox *box : boxes) {
+            const QAccessibleInterface *seen = QAccessible::queryAccessibleInterface(box);
+            QVERIFY2(!labelsOf(*seen).isEmpty() || !seen->text(QAccessible::Description).isEmpty(),
+                     qPrintable(box->accessibleName()));
+        }
+        const auto *mode = QAccessible::queryAccessibleInterface(window->settings.performanceMode);
+        QCOMPARE(labelsOf(*mode), QStringList(QStringLiteral("Performance Mode")));
     }
 
     void tabReachesEverythingInReadingOrder_data() { pages(); }

@@ -260,6 +260,14 @@ private slots:
                 != nullptr);
     }
 
+    void pagesSwitchWithoutTransitions()
+    {
+        window->pageTransitions = nullptr;
+        window->onNavChanged(MainWindow::LogsPage);
+        QCOMPARE(window->pageStack->currentIndex(), static_cast<int>(MainWindow::LogsPage));
+        QVERIFY(window->logsPage->graphicsEffect() == nullptr);
+    }
+
     void wrongIndexIsHarmless()
     {
         window->onNavChanged(8);

@@ -856,6 +856,23 @@ private slots:
         QVERIFY(thread.wait(5000));
     }
 
+    void tabLeavesTheTable()
+    {
+        QuietPage page;
+        page.show({rowOf(QStringLiteral("one"), 1), rowOf(QStringLiteral("two"), 2)});
+        page.setVisible(true);
+        QApplication::setActiveWindow(&page);
+        QVERIFY(QTest::qWaitForWindowActive(&page));
+        page.table()->setFocus();
+        page.table()->setCurrentCell(0, 0);
+        QTest::keyClick(page.table(), Qt::Key_Tab);
+        QVERIFY(page.search()->hasFocus());
+        QTest::keyClick(page.search(), Qt::Key_Backtab, Qt::ShiftModifier);
+        QVERIFY(page.table()->hasFocus());
+        QTest::keyClick(page.table(), Qt::Key_Backtab, Qt::ShiftModifier);
+        QVERIFY(page.endButton()->hasFocus());
+    }
+
     void pagesComeAndGo()
     {
         processes([](auto &script) { script.list = {processOf(42, "somebody")}; });

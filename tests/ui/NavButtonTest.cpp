@@ -295,6 +295,39 @@ private slots:
         QCOMPARE(clicked.count(), 1);
     }
 
+    void screenReaderHearsOfTheKeysAndGivesTheFocus()
+    {
+        NavButton button(QStringLiteral("Logs"), redIcon(), nullptr);
+        button.show();
+        QApplication::setActiveWindow(&button);
+        QVERIFY(QTest::qWaitForWindowActive(&button));
+        button.clearFocus();
+        QAccessibleActionInterface *actions =
+            QAccessible::queryAccessibleInterface(&button)->actionInterface();
+        QSignalSpy clicked(&button, &NavButton::clicked);
+        actions->doAction(QAccessibleActionInterface::setFocusAction());
+        QVERIFY(button.hasFocus());
+        QCOMPARE(clicked.count(), 0);
+        QCOMPARE(actions->keyBindingsForAction(QAccessibleActionInterface::pressAction()),
+                 QStringList({QStringLiteral("Space"), QStringLiteral("Return")}));
+        QVERIFY(
+            actions->keyBindingsForAction(QAccessibleActionInterface::setFocusAction()).isEmpty());
+    }
+
+    // The key comes up somewhere else, and this button must not stay pressed.
+    void losesTheFocusWhileAKeyIsDown()
+    {
+        NavButton button(QStringLiteral("Logs"), redIcon(), nullptr);
+        button.show();
+        QApplication::setActiveWindow(&button);
+        QVERIFY(QTest::qWaitForWindowActive(&button));
+        button.setFocus();
+        QTest::keyPress(&button, Qt::Key_Space);
+        QTRY_VERIFY(button.property("pressOffset").toDouble() > 1.9);
+        button.clearFocus();
+        QTRY_COMPARE(button.property("pressOffset").toDouble(), 0.0);
+    }
+
     void deletedByItsOwnClick()
     {
         auto *button = new NavButton(QStringLiteral("Logs"), redIcon(), nullptr);
