@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Checks the formatting of every file, and runs clang-tidy on those that changed since they last passed (whichever
-# checkout that was in): a stamp per file, with its text, all headers and the settings as the key, is kept in the cache.
+# checkout that was in): a stamp per file, with all that it includes, its command and the settings as the key, is kept in the
+# cache.
 set -euo pipefail
 . "$(dirname "$0")/lib.sh"
 
@@ -13,23 +14,48 @@ mapfile -t sources < <(git ls-files 'src/*.cpp' 'src/*.h' 'tests/*.cpp' 'tests/*
 say "Checking the format of ${#sources[@]} files"
 clang-format --dry-run --Werror "${sources[@]}"
 
-[ -f build/dev/compile_commands.json ] || configure_and_build dev
+configure_and_build dev
 stamps=$veltra_cache/tidy
 mkdir -p "$stamps"
-common=$(git ls-files '*.h' '*.clang-tidy' 'CMakeLists.txt' 'cmake/*' | xargs sha256sum | sha256sum)
+
+# A line per compiled file: its name, and the key of everything that clang-tidy sees of it: the settings, its command, and
+# the project's files that it consists of, which the build has written down.
+tidy_keys() {
+    python3 - "$veltra_root" <<'PYTHON'
+import hashlib, json, os, subprocess, sys
+root = sys.argv[1]
+build = os.path.join(root, "build/dev")
+commands = {entry["file"]: entry["command"] for entry in json.load(open(build + "/compile_commands.json"))}
+listing = subprocess.run(["ninja", "-C", build, "-t", "deps"], capture_output=True, text=True, check=True).stdout
+contents, settings = {}, open(root + "/.clang-tidy").read()
+
+def digest(path):
+    if path not in contents:
+        contents[path] = hashlib.sha256(open(path, "rb").read()).hexdigest()
+    return contents[path]
+
+for block in listing.split("\n\n"):
+    parts = [os.path.normpath(os.path.join(build, line.strip())) for line in block.splitlines() if line.startswith(" ")]
+    own = sorted({part for part in parts if part.startswith(root + "/") and os.path.exists(part)})
+    name = next((part for part in parts if part in commands), None)
+    if name is None or name.startswith(build):
+        continue
+    key = hashlib.sha256((settings + commands[name].replace(root, "")).encode())
+    for part in own:
+        key.update((os.path.relpath(part, root) + digest(part)).encode())
+    print(os.path.relpath(name, root), key.hexdigest()[:32])
+PYTHON
+}
 
 changed=()
 declare -A stamp_of
-while read -r file; do
-    [ -n "$file" ] || continue
-    stamp=$stamps/$( (echo "$common $file" && cat "$file") | sha256sum | cut -c1-32)
-    stamp_of[$file]=$stamp
-    [ -f "$stamp" ] || changed+=("$file")
-done < <(git ls-files 'src/*.cpp' 'tests/*.cpp' 'benchmarks/*.cpp' 'examples/*.cpp' | while read -r file; do
-    grep -qF "\"$veltra_root/$file\"" build/dev/compile_commands.json && echo "$file" || true
-done)
+while read -r file key; do
+    stamp_of[$file]=$stamps/$key
+    [ -f "$stamps/$key" ] || changed+=("$file")
+done < <(tidy_keys | sort -u)
+[ ${#stamp_of[@]} -gt 0 ] || die "the build tells of no file to check"
 
-say "Running clang-tidy on ${#changed[@]} changed files"
+say "Running clang-tidy on ${#changed[@]} changed files of ${#stamp_of[@]}"
 tidy_one() {
     local file=$1 stamp=$2
     if clang-tidy -p build/dev --quiet "$file" >"$stamp.log" 2>/dev/null; then
