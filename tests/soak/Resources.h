@@ -3,7 +3,8 @@
 
 struct Resources
 {
-    double residentMiB = 0; // without what is read from files: code that runs for the first time is no leak
+    double residentMiB =
+        0; // without what is read from files: code that runs for the first time is no leak
     double sharedMiB = 0; // of that: with the display server
     double heapMiB = 0; // handed out by the allocator
     int descriptors = 0; // but for the next

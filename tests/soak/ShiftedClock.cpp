@@ -27,6 +27,7 @@ struct timespec wallClock()
 
 } // namespace
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the headers' own names are reserved ones
 extern "C" {
 
 __attribute__((visibility("default"))) int clock_gettime(clockid_t clock,
@@ -58,6 +59,7 @@ __attribute__((visibility("default"))) time_t time(time_t *result) noexcept
     return now;
 }
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
 void shiftedclock::setShift(std::chrono::seconds ahead)
 {
