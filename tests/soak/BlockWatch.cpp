@@ -10,6 +10,7 @@
 #include <ctime>
 #include <fcntl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -47,18 +48,21 @@ int openSchedule(const QByteArray &process)
     return ::open(path.constData(), O_RDONLY | O_CLOEXEC); // NOLINT(*-vararg)
 }
 
-// Its identifier; empty when this process has none of that name.
-QByteArray threadNamed(const QByteArray &name)
+// The toolkit's threads that the GUI thread waits for.
+QList<QByteArray> helpingThreads()
 {
+    QList<QByteArray> found;
     const QStringList threads =
         QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
     for (const QString &thread : threads) {
         QFile file(QStringLiteral("/proc/self/task/%1/comm").arg(thread));
-        if (file.open(QIODevice::ReadOnly) && file.readAll().trimmed() == name) {
-            return thread.toLatin1();
+        const QByteArray name =
+            file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray();
+        if (name == "QXcbEventQueue" || name.startsWith("Thread (pooled")) {
+            found.append(thread.toLatin1());
         }
     }
-    return {};
+    return found;
 }
 
 } // namespace
@@ -71,20 +75,41 @@ BlockWatch::BlockWatch(int &argc, char **argv)
     for (const QByteArray &process : processes) {
         displaySchedules.append(openSchedule(process));
     }
-    displaySchedules.append(openSchedule("self/task/" + threadNamed("QXcbEventQueue")));
+    constexpr int kFindEvery = 500; // ms
+    connect(&finding, &QTimer::timeout, this, &BlockWatch::findHelpers);
+    finding.start(kFindEvery);
+}
+
+// The measure of the present handler begins anew, since what it is taken with changes.
+void BlockWatch::findHelpers()
+{
+    for (const int file : std::as_const(threadSchedules)) {
+        ::close(file);
+    }
+    threadSchedules.clear();
+    const auto threads = helpingThreads();
+    for (const QByteArray &thread : threads) {
+        threadSchedules.append(openSchedule("self/task/" + thread));
+    }
+    begin = now();
+}
+
+double BlockWatch::waitedForProcessor() const
+{
+    return scheduleOf(schedule).waited;
 }
 
 BlockWatch::Moment BlockWatch::now() const
 {
-    double display = 0;
-    for (const int file : displaySchedules) {
+    double helpers = 0;
+    for (const int file : displaySchedules + threadSchedules) {
         const Schedule shown = scheduleOf(file);
-        display += shown.ran + shown.waited;
+        helpers += shown.ran + shown.waited;
     }
     return {milliseconds(CLOCK_MONOTONIC),
             milliseconds(CLOCK_THREAD_CPUTIME_ID),
             scheduleOf(schedule).waited,
-            display};
+            helpers};
 }
 
 bool BlockWatch::notify(QObject *receiver, QEvent *event)
@@ -120,7 +145,7 @@ void BlockWatch::finish(int type)
     const double cpu = end.cpu - begin.cpu;
     const double waited = end.waited - begin.waited;
     const double busy = wall - waited;
-    const double slept = busy - cpu - (end.display - begin.display);
+    const double slept = busy - cpu - (end.helpers - begin.helpers);
     if (kind == Kind::Ignored) {
         return;
     }

@@ -5,6 +5,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QTimer>
 
 // Measures each event's handling, less the time in which the machine had the thread wait for a processor. A handler
 // that runs an event loop of its own (a question) counts up to that loop and after it. GUI thread. The environment's
@@ -33,9 +34,12 @@ public:
     double longestWall = 0; // ms, with that wait
     // Usual ones that took over kLimit, by their own work or by sleep. To show a window, or its picture, is to sleep until
     // the display server has done so, which the compositor may keep to itself for a while, and the toolkit's thread has read
-    // its answer: the time in which these worked, or waited for a processor in turn, is no such sleep.
+    // its answer; to paint is to wait for the toolkit's other threads that paint along. The time in which these worked, or
+    // waited for a processor in turn, is no such sleep.
     QStringList overLimit;
     static constexpr double kLimit = 100; // ms
+
+    double waitedForProcessor() const; // ms, this thread, since it began
 
 private:
     struct Moment
@@ -43,7 +47,7 @@ private:
         double wall = 0;
         double cpu = 0;
         double waited = 0;
-        double display = 0; // at work, or waiting for a processor
+        double helpers = 0; // at work, or waiting for a processor
     };
     Moment now() const;
     void finish(int type);
@@ -54,6 +58,10 @@ private:
     const char *measured = ""; // the class of who gets the event
     int measuredLoop = 0; // the level of the event loop whose handler is being measured; 0: none
     bool isInner = false; // the loops within a handler have begun
+    void findHelpers();
+
     int schedule = -1; // file descriptors
     QList<int> displaySchedules;
+    QList<int> threadSchedules; // of the toolkit; its threads come and go
+    QTimer finding;
 };

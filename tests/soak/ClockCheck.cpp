@@ -1,6 +1,7 @@
 #include "soak/ClockCheck.h"
 
 #include "app/MainWindow.h"
+#include "soak/BlockWatch.h"
 #include "soak/ShiftedClock.h"
 
 #include <QDateTime>
@@ -15,12 +16,13 @@ constexpr auto kBetweenJumps = 7s;
 constexpr auto kBetweenLooks = 250ms;
 constexpr std::chrono::minutes kFarthestJump = 36h;
 constexpr std::chrono::seconds kOften = 2s; // the labels follow every second
-constexpr qint64 kLongestWrong = 5000; // ms; a loaded machine is late
+constexpr double kLongestWrong = 5000; // ms: a hundred toasts come first
 
 } // namespace
 
-ClockCheck::ClockCheck(MainWindow &checked)
+ClockCheck::ClockCheck(MainWindow &checked, const BlockWatch &watching)
     : window(checked)
+    , watch(watching)
 {
     connect(&jumping, &QTimer::timeout, this, &ClockCheck::jump);
     connect(&looking, &QTimer::timeout, this, &ClockCheck::look);
@@ -32,7 +34,8 @@ void ClockCheck::start()
     shiftedclock::setShift(kFarthestJump);
     isClockOurs = before.secsTo(QDateTime::currentDateTimeUtc())
         >= std::chrono::seconds(kFarthestJump).count();
-    sinceRight.start();
+    clock.start();
+    lastRight = ownTime();
     jumping.start(kBetweenJumps);
     looking.start(kBetweenLooks);
 }
@@ -47,9 +50,14 @@ void ClockCheck::jump()
 void ClockCheck::look()
 {
     if (isShownRight()) {
-        sinceRight.restart();
+        lastRight = ownTime();
     }
-    longestWrong = std::max(longestWrong, sinceRight.elapsed());
+    longestWrong = std::max(longestWrong, ownTime() - lastRight);
+}
+
+double ClockCheck::ownTime() const
+{
+    return static_cast<double>(clock.elapsed()) - watch.waitedForProcessor();
 }
 
 bool ClockCheck::isShownRight() const

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QTimer>
 
+class BlockWatch;
 class MainWindow;
 
 // GUI thread.
@@ -15,23 +16,28 @@ class ClockCheck : public QObject
     Q_OBJECT
 
 public:
-    explicit ClockCheck(MainWindow &checked);
+    ClockCheck(MainWindow &checked, const BlockWatch &watching);
 
     void start(); // jumps from here on
     QStringList complaints() const;
 
     int jumps = 0;
-    qint64 longestWrong = 0; // ms in which the dashboard had another time or date than the clock
+    // How long the dashboard had another time or date than the clock, less the GUI thread's wait for a processor.
+    double longestWrong = 0; // ms
 
 private:
     void jump();
     void look();
     bool isShownRight() const;
 
+    double ownTime() const; // ms
+
     MainWindow &window;
+    const BlockWatch &watch;
     QRandomGenerator random{19700101};
     QTimer jumping;
     QTimer looking;
-    QElapsedTimer sinceRight;
+    QElapsedTimer clock;
+    double lastRight = 0; // by ownTime()
     bool isClockOurs = false;
 };

@@ -62,7 +62,7 @@ void SoakRun::printWork() const
         complaints.isEmpty() ? QString::number(log.lines) : QStringLiteral("NO"));
     row("jumps of the wall clock, up to 36 h back and forth", wallClock.jumps);
     row("  dashboard without the right time, longest",
-        QStringLiteral("%1 ms").arg(wallClock.longestWrong));
+        QStringLiteral("%1 ms").arg(wallClock.longestWrong, 0, 'f', 0));
     row("rows of the process table that were looked at", figures.rows);
     row("  highest load of a process", QStringLiteral("%1 %").arg(figures.highestCpu, 0, 'f', 1));
 }

@@ -23,7 +23,7 @@ SoakRun::SoakRun(MainWindow &soaked, BlockWatch &watching, std::chrono::seconds 
     , window(soaked)
     , watch(watching)
     , log(soaked)
-    , wallClock(soaked)
+    , wallClock(soaked, watching)
     , figures(soaked.processWatcher->findChild<QTableWidget *>())
     , length(wanted)
 {
