@@ -1,136 +1,149 @@
-// CPU per frame of the real window on each page, with the cached shadows and with the stock effect in their place, and
-// the CPU of one statistics tick. Needs a display.
-#include "app/MainWindow.h"
-#include "ui/ParticleCanvas.h"
+// CPU per frame of the real window on each page, with the cached shadows and with the toolkit's own in their place, at device
+// pixel ratios 1 and 2; what actions cost; what the program takes at rest. Prints tables, and writes all of it as JSON to the
+// file that is named as the first argument; --with-memory adds ten minutes. Needs a display, and a window manager for what
+// happens when minimised.
+#include "FrameScenes.h"
+#include "RestShare.h"
 
-#include <QApplication>
-#include <QGraphicsDropShadowEffect>
-#include <QLabel>
-#include <QPainter>
-#include <QStackedWidget>
-#include <QTimer>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
 #include <cstdio>
-#include <ctime>
-#include <functional>
 
 namespace {
 
-double cpuMilliseconds()
+constexpr auto kFramesOnly = "--frames";
+constexpr auto kRestOnly = "--rest";
+constexpr auto kMemoryOnly = "--memory";
+constexpr auto kWithMemory = "--with-memory";
+constexpr int kPages = 8;
+
+QJsonObject pairOf(double stock, double ours)
 {
-    struct timespec now
-    { };
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+    return {{"stock", stock}, {"ours", ours}};
 }
 
-// CPU per call of `change` and the frame that follows it.
-double perFrame(QWidget &window, int frames, const std::function<void()> &change)
+QJsonObject measureFrames(FrameMeter &meter)
 {
-    QCoreApplication::processEvents();
-    const double start = cpuMilliseconds();
-    for (int i = 0; i < frames; ++i) {
-        change();
-        QCoreApplication::sendPostedEvents(&window, QEvent::UpdateRequest);
-        QCoreApplication::processEvents();
+    QJsonArray pages;
+    for (int page = 0; page < kPages; ++page) {
+        const PageCosts ours = measurePage(meter, page, false);
+        const PageCosts stock = measurePage(meter, page, true);
+        pages.append(QJsonObject{{"animated", pairOf(stock.animated, ours.animated)},
+                                 {"label", pairOf(stock.label, ours.label)}});
     }
-    return (cpuMilliseconds() - start) / frames;
+    return {{"floor", floorOfAFrame()},
+            {"pages", pages},
+            {"tick", pairOf(measureTick(meter, true), measureTick(meter, false))},
+            {"actions", measureActions(meter)}};
 }
 
-void useStockEffects(QWidget &window)
+int printJson(const QJsonObject &object)
 {
-    const auto widgets = window.findChildren<QWidget *>();
-    for (QWidget *widget : widgets) {
-        const auto *cached = qobject_cast<QGraphicsDropShadowEffect *>(widget->graphicsEffect());
-        if (cached == nullptr) {
-            continue;
-        }
-        auto *stock = new QGraphicsDropShadowEffect(widget);
-        stock->setBlurRadius(cached->blurRadius());
-        stock->setColor(cached->color());
-        stock->setOffset(cached->offset());
-        widget->setGraphicsEffect(stock);
+    std::puts(QJsonDocument(object).toJson(QJsonDocument::Compact).constData());
+    return 0;
+}
+
+// A program has one ratio, from its start on.
+QJsonObject measureInChild(const char *part, int ratio)
+{
+    QProcess child;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::number(ratio));
+    child.setProcessEnvironment(environment);
+    child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    child.start(QCoreApplication::applicationFilePath(), {QString::fromLatin1(part)});
+    child.waitForFinished(-1);
+    return QJsonDocument::fromJson(child.readAllStandardOutput()).object();
+}
+
+double printPair(const QJsonValue &pair)
+{
+    const double stock = pair["stock"].toDouble();
+    const double ours = pair["ours"].toDouble();
+    std::printf(" %8.2f / %6.2f = %5.1f", stock, ours, stock / ours);
+    return ours;
+}
+
+void printFrames(const QJsonObject &frames, int ratio)
+{
+    const double floor = frames["floor"].toDouble();
+    std::printf("\nDevice pixel ratio %d, ms of CPU; two blends of the window's size: %.2f\n",
+                ratio,
+                floor);
+    std::printf("%-8s %24s %10s %24s\n",
+                "page",
+                "animated: stock / ours",
+                "of blends",
+                "label: stock / ours");
+    const QJsonArray pages = frames["pages"].toArray();
+    for (int page = 0; page < kPages; ++page) {
+        std::printf("%-8d", page);
+        const double animated = printPair(pages[page]["animated"]);
+        std::printf(" %9.1fx", animated / floor);
+        printPair(pages[page]["label"]);
+        std::puts("");
+    }
+    std::printf("statistics tick on the Dashboard:");
+    printPair(frames["tick"]);
+    std::puts("\n95th percentile of a frame:");
+    const QJsonObject actions = frames["actions"].toObject();
+    for (auto action = actions.begin(); action != actions.end(); ++action) {
+        std::printf("  %-20s %6.2f ms\n", qPrintable(action.key()), action->toDouble());
     }
 }
 
-struct Figures
+void printFigures(const char *title, const QJsonObject &figures)
 {
-    double animated = 0;
-    double oneLabel = 0;
-};
-
-Figures measure(bool stock, int page)
-{
-    MainWindow window;
-    window.show();
-    window.onNavChanged(page);
-    while (window.pageStack->currentWidget()->graphicsEffect() != nullptr) {
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    std::printf("\n%s\n", title);
+    for (auto figure = figures.begin(); figure != figures.end(); ++figure) {
+        std::printf("  %-20s %8.2f\n", qPrintable(figure.key()), figure->toDouble());
     }
-    const auto timers = window.findChildren<QTimer *>();
-    for (QTimer *timer : timers) {
-        timer->stop();
-    }
-    if (stock) {
-        // The cards keep a pointer to their shadow for the hover; nothing hovers here.
-        useStockEffects(window);
-    }
-    int tick = 0;
-    Figures figures;
-    figures.animated = perFrame(window, stock ? 30 : 300, [&] { window.tickParticles(); });
-    auto *label = window.pageStack->currentWidget()->findChild<QLabel *>();
-    figures.oneLabel = perFrame(
-        window, stock ? 30 : 60, [&] { label->setText(QStringLiteral("Label %1").arg(++tick)); });
-    return figures;
 }
 
-// Two blends of the window's size: less is not possible with translucent content above a moving background.
-double floorOfAFrame()
+QJsonObject measureEverything(bool withMemory)
 {
-    QImage target(1100, 680, QImage::Format_ARGB32_Premultiplied);
-    QImage layer(target.size(), target.format());
-    layer.fill(QColor(10, 20, 30, 120));
-    target.fill(Qt::black);
-    constexpr int kFrames = 300;
-    const double start = cpuMilliseconds();
-    QPainter painter(&target);
-    for (int i = 0; i < kFrames; ++i) {
-        painter.drawImage(0, 0, layer);
-        painter.drawImage(0, 0, layer);
+    QJsonObject all;
+    for (const int ratio : {1, 2}) {
+        const QJsonObject frames = measureInChild(kFramesOnly, ratio);
+        printFrames(frames, ratio);
+        all[QStringLiteral("frames at ratio %1").arg(ratio)] = frames;
     }
-    return (cpuMilliseconds() - start) / kFrames;
+    const QJsonObject rest = measureInChild(kRestOnly, 1);
+    printFigures("Share of one core at rest, over 10 s, in per cent", rest);
+    all["rest"] = rest;
+    if (withMemory) {
+        const QJsonObject memory = measureInChild(kMemoryOnly, 1);
+        printFigures("Resident size in \"High\", in MiB", memory);
+        all["memory"] = memory;
+    }
+    return all;
 }
 
-void printTick()
+bool writeJson(const QString &path, const QJsonObject &object)
 {
-    MainWindow window;
-    constexpr int kTicks = 2000;
-    const double start = cpuMilliseconds();
-    for (int i = 0; i < kTicks; ++i) {
-        window.updateSystemStats();
-    }
-    std::printf("statistics tick without painting: %.4f ms\n",
-                (cpuMilliseconds() - start) / kTicks);
+    QFile file(path);
+    const QByteArray text = QJsonDocument(object).toJson();
+    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    const QApplication application(argc, argv);
-    printTick();
-    std::printf("floor, two blends of the window's size: %.2f ms\n", floorOfAFrame());
-    std::printf("%-5s %28s %28s\n", "page", "animated: stock/cached", "one label: stock/cached");
-    for (int page = 0; page < 8; ++page) {
-        const Figures cached = measure(false, page);
-        const Figures stock = measure(true, page);
-        std::printf("%-5d %9.2f / %6.2f ms = %5.1f %9.2f / %6.2f ms = %5.1f\n",
-                    page,
-                    stock.animated,
-                    cached.animated,
-                    stock.animated / cached.animated,
-                    stock.oneLabel,
-                    cached.oneLabel,
-                    stock.oneLabel / cached.oneLabel);
+    FrameMeter application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.contains(kFramesOnly)) {
+        return printJson(measureFrames(application));
     }
-    return 0;
+    if (arguments.contains(kRestOnly)) {
+        return printJson(measureRest());
+    }
+    if (arguments.contains(kMemoryOnly)) {
+        return printJson(measureMemory());
+    }
+    const QJsonObject all = measureEverything(arguments.contains(kWithMemory));
+    return arguments.size() < 2 || writeJson(arguments[1], all) ? 0 : 1;
 }

@@ -295,7 +295,7 @@ void MainWindow::onNavChanged(int index)
 
 void MainWindow::tickParticles()
 {
-    if (property("perfMode").toInt() == 0 || particleCanvas == nullptr) {
+    if (property("perfMode").toInt() == 0 || particleCanvas == nullptr || isMinimized()) {
         return;
     }
     if (rootSurface != nullptr) {

@@ -1,8 +1,8 @@
 #include "ui/PageTransitions.h"
 
 #include "ui/Animate.h"
+#include "ui/CachedOpacity.h"
 
-#include <QGraphicsOpacityEffect>
 #include <QParallelAnimationGroup>
 #include <QPropertyAnimation>
 #include <QStackedWidget>
@@ -59,7 +59,7 @@ void PageTransitions::animateIn(QWidget *page)
     }
     const QPoint rest = settle(page);
 
-    auto *effect = new QGraphicsOpacityEffect(page);
+    auto *effect = new CachedOpacity(page);
     page->setGraphicsEffect(effect);
     QPropertyAnimation *opacity = animate::create(effect, "opacity", kEntranceDuration);
     opacity->setStartValue(0.0);

@@ -1,14 +1,17 @@
 #include "ui/ShadowPicture.h"
 
+#include "ui/AlphaPlane.h"
+
 #include <QPainter>
 #include <QtWidgets/qtwidgetsglobal.h>
 #include <cmath>
 
 QT_BEGIN_NAMESPACE
-// The toolkit's own blur, exported but not declared in a public header; only with it can the pictures be equal. A radius of
-// 4 or more leaves an image of half the size.
+// The toolkit's own blur, exported but not declared in a public header; only with it can the pictures be equal.
 extern Q_WIDGETS_EXPORT void qt_blurImage(
     QPainter *painter, QImage &image, qreal radius, bool quality, bool alphaOnly, int transposed);
+extern Q_WIDGETS_EXPORT void
+qt_blurImage(QImage &image, qreal radius, bool quality, int transposed);
 QT_END_NAMESPACE
 
 namespace {
@@ -19,6 +22,9 @@ int reachOf(qreal blurRadius)
 {
     return static_cast<int>(std::ceil(2 * blurRadius)) + 4;
 }
+
+// From this radius on the toolkit blurs a picture of half the size.
+constexpr qreal kSmallestHalved = 4;
 
 // Parts begin and end on multiples of this, so that half their size is whole at each whole ratio up to 4.
 constexpr int kGrain = 8;
@@ -74,26 +80,53 @@ QRect ShadowPicture::refresh(const QImage &source, const QRect &changed)
     return target;
 }
 
+// The source where its shadow falls, as the toolkit rounds offsets that are not whole.
+QImage ShadowPicture::shifted(const QImage &source, const QRect &part) const
+{
+    QImage result(part.size(), QImage::Format_ARGB32_Premultiplied);
+    result.setDevicePixelRatio(source.devicePixelRatio());
+    result.fill(0);
+    QPainter painter(&result);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.translate(-QPointF(part.topLeft()) / source.devicePixelRatio());
+    painter.drawImage(made.offset, source);
+    return result;
+}
+
 QImage ShadowPicture::blurred(const QImage &source, const QRect &part) const
 {
     const qreal ratio = source.devicePixelRatio();
-    QImage silhouette(part.size(), QImage::Format_ARGB32_Premultiplied);
-    silhouette.setDevicePixelRatio(ratio);
-    silhouette.fill(0);
-    QPainter painter(&silhouette);
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.translate(-QPointF(part.topLeft()) / ratio);
-    painter.drawImage(made.offset, source);
-    painter.end();
+    const bool isUsual = made.blurRadius >= kSmallestHalved && ratio == std::floor(ratio)
+        && part.width() >= 2 && part.height() >= 2;
+    QImage result = isUsual ? blurredPlane(source, part) : blurredByToolkit(source, part);
+    result.setDevicePixelRatio(ratio);
+    return result;
+}
+
+QImage ShadowPicture::blurredPlane(const QImage &source, const QRect &part) const
+{
+    const qreal ratio = source.devicePixelRatio();
+    const QPointF moved = made.offset * ratio;
+    QImage plane = moved == moved.toPoint()
+        ? halfAlphaPlane(source, part.translated(-moved.toPoint()))
+        : halfAlphaPlane(shifted(source, part), QRect(QPoint(), part.size()));
+    qt_blurImage(plane, made.blurRadius / 2, false, 0);
+    const Stretch x{stretch(source.width(), 2, ratio), part.left(), part.left() / 2};
+    const Stretch y{stretch(source.height(), 2, ratio), part.top(), part.top() / 2};
+    return colored(plane, part.size(), x, y, made.color);
+}
+
+QImage ShadowPicture::blurredByToolkit(const QImage &source, const QRect &part) const
+{
+    QImage silhouette = shifted(source, part);
     silhouette.setDevicePixelRatio(1);
     qt_blurImage(nullptr, silhouette, made.blurRadius, false, true, 0);
-
+    const int shrink = silhouette.size() == part.size() ? 1 : 2;
+    const qreal x = stretch(source.width(), shrink, source.devicePixelRatio());
+    const qreal y = stretch(source.height(), shrink, source.devicePixelRatio());
     QImage result(part.size(), QImage::Format_ARGB32_Premultiplied);
     result.fill(0);
-    painter.begin(&result);
-    const int shrink = silhouette.size() == part.size() ? 1 : 2;
-    const qreal x = stretch(source.width(), shrink, ratio);
-    const qreal y = stretch(source.height(), shrink, ratio);
+    QPainter painter(&result);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.translate(part.left() * (x / shrink - 1), part.top() * (y / shrink - 1));
     painter.scale(x, y);
@@ -101,7 +134,5 @@ QImage ShadowPicture::blurred(const QImage &source, const QRect &part) const
     painter.resetTransform();
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(result.rect(), made.color);
-    painter.end();
-    result.setDevicePixelRatio(ratio);
     return result;
 }

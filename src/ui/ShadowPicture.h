@@ -32,7 +32,11 @@ public:
     QRect refresh(const QImage &source, const QRect &changed);
 
 private:
+    QImage shifted(const QImage &source, const QRect &part) const;
     QImage blurred(const QImage &source, const QRect &part) const;
+    QImage blurredPlane(const QImage &source,
+                        const QRect &part) const; // alphas alone: three times as fast
+    QImage blurredByToolkit(const QImage &source, const QRect &part) const;
 
     QImage shadow;
     ShadowRecipe made;

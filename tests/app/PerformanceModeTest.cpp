@@ -287,6 +287,27 @@ private slots:
         QTRY_VERIFY(all.paints > 0);
     }
 
+    // Not every desktop tells a minimised window that nobody sees it.
+    void nothingMovesWhileMinimised()
+    {
+        showAtRest(MainWindow::DashboardPage);
+        stopTimers();
+        window->showMinimized();
+        QCoreApplication::processEvents();
+        PaintCounter all(window.get());
+        const double before = window->particleCanvas->particles.front().phase;
+        for (int i = 0; i < 10; ++i) {
+            window->tickParticles();
+            QCoreApplication::processEvents();
+        }
+        QCOMPARE(all.paints, 0);
+        QCOMPARE(window->particleCanvas->particles.front().phase, before);
+        window->showNormal();
+        window->tickParticles();
+        QTRY_VERIFY(all.paints > 0);
+        QVERIFY(window->particleCanvas->particles.front().phase != before);
+    }
+
 private:
     void stopTimers()
     {

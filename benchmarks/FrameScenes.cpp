@@ -1,0 +1,212 @@
+#include "FrameScenes.h"
+
+#include "CpuClock.h"
+#include "app/MainWindow.h"
+#include "ui/ParticleCanvas.h"
+
+#include <QEnterEvent>
+#include <QGraphicsDropShadowEffect>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSlider>
+#include <QStackedWidget>
+#include <QTimer>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr double kPercentile = 0.95;
+constexpr int kStockFrames = 30;
+constexpr int kFrames = 200;
+
+void useStockShadows(QWidget &window)
+{
+    const auto widgets = window.findChildren<QWidget *>();
+    for (QWidget *widget : widgets) {
+        const auto *cached = qobject_cast<QGraphicsDropShadowEffect *>(widget->graphicsEffect());
+        if (cached == nullptr) {
+            continue;
+        }
+        auto *stock = new QGraphicsDropShadowEffect(widget);
+        stock->setBlurRadius(cached->blurRadius());
+        stock->setColor(cached->color());
+        stock->setOffset(cached->offset());
+        widget->setGraphicsEffect(stock);
+    }
+}
+
+void stopTimers(MainWindow &window)
+{
+    const auto timers = window.findChildren<QTimer *>();
+    for (QTimer *timer : timers) {
+        timer->stop();
+    }
+}
+
+void waitForTransition(const MainWindow &window)
+{
+    while (window.pageStack->currentWidget()->graphicsEffect() != nullptr) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+}
+
+// A window at rest: nothing moves unless the scene moves it. With stock shadows nothing may hover over a card, which keeps
+// a pointer to its own.
+void openPage(MainWindow &window, int page, bool withStockShadows)
+{
+    window.show();
+    window.onNavChanged(page);
+    waitForTransition(window);
+    runFor(200ms);
+    stopTimers(window);
+    if (withStockShadows) {
+        useStockShadows(window);
+    }
+}
+
+void hover(QWidget &widget, bool enters)
+{
+    if (enters) {
+        const QPointF middle = QRectF(widget.rect()).center();
+        QEnterEvent event(middle, middle, widget.mapToGlobal(middle));
+        QCoreApplication::sendEvent(&widget, &event);
+    } else {
+        QEvent event(QEvent::Leave);
+        QCoreApplication::sendEvent(&widget, &event);
+    }
+}
+
+void sendMouse(QWidget &widget, QEvent::Type type, const QPointF &place)
+{
+    const auto buttons = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+    const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, place, widget.mapToGlobal(place), button, buttons, Qt::NoModifier);
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+double measureLogLines(FrameMeter &meter)
+{
+    MainWindow window;
+    openPage(window, MainWindow::CleanerPage, false);
+    return meter
+        .measure(window,
+                 kFrames,
+                 [&window](int i) { window.log(QStringLiteral("Line %1 of the log").arg(i)); })
+        .quantile(kPercentile);
+}
+
+// Every button of every page that shows, entered and left again, with the animations that follow.
+double measureHover(FrameMeter &meter)
+{
+    FrameCosts all;
+    for (int page = 0; page <= MainWindow::LogsPage; ++page) {
+        MainWindow window;
+        openPage(window, page, false);
+        QList<QWidget *> targets;
+        const auto buttons = window.findChildren<QAbstractButton *>();
+        std::copy_if(buttons.begin(), buttons.end(), std::back_inserter(targets), [](QWidget *w) {
+            return w->isVisible();
+        });
+        const FrameCosts costs =
+            meter.measureFor(window, 2 * static_cast<int>(targets.size()), 150ms, [&](int i) {
+                hover(*targets.at(i / 2), i % 2 == 0);
+            });
+        all.frames.insert(all.frames.end(), costs.frames.begin(), costs.frames.end());
+    }
+    return all.quantile(kPercentile);
+}
+
+double measureSliders(FrameMeter &meter)
+{
+    constexpr int kSteps = 30;
+    MainWindow window;
+    openPage(window, MainWindow::SettingsPage, false);
+    const QList<QSlider *> sliders{
+        window.settings.hue, window.settings.density, window.settings.offsetX};
+    FrameCosts all;
+    for (QSlider *slider : sliders) {
+        const auto placeOf = [slider](int step) {
+            return QPointF(5 + (slider->width() - 10) * step / kSteps, slider->height() / 2);
+        };
+        sendMouse(*slider, QEvent::MouseButtonPress, placeOf(0));
+        const FrameCosts costs = meter.measureFor(window, kSteps, 20ms, [&](int i) {
+            sendMouse(*slider, QEvent::MouseMove, placeOf(i));
+        });
+        sendMouse(*slider, QEvent::MouseButtonRelease, placeOf(kSteps));
+        all.frames.insert(all.frames.end(), costs.frames.begin(), costs.frames.end());
+    }
+    return all.quantile(kPercentile);
+}
+
+double measurePageSwitches(FrameMeter &meter)
+{
+    MainWindow window;
+    openPage(window, MainWindow::DashboardPage, false);
+    return meter
+        .measureFor(window, 16, 400ms, [&window](int i) { window.onNavChanged((i + 1) % 8); })
+        .quantile(kPercentile);
+}
+
+} // namespace
+
+double floorOfAFrame()
+{
+    const qreal ratio = qApp->devicePixelRatio();
+    QImage target(QSize(1100, 680) * ratio, QImage::Format_ARGB32_Premultiplied);
+    QImage layer(target.size(), target.format());
+    layer.fill(QColor(10, 20, 30, 120));
+    target.fill(Qt::black);
+    FrameCosts costs;
+    QPainter painter(&target);
+    for (int i = 0; i < kFrames; ++i) {
+        const double start = cpuMilliseconds();
+        painter.drawImage(0, 0, layer);
+        painter.drawImage(0, 0, layer);
+        costs.frames.push_back(cpuMilliseconds() - start);
+    }
+    return costs.median();
+}
+
+PageCosts measurePage(FrameMeter &meter, int page, bool withStockShadows)
+{
+    MainWindow window;
+    openPage(window, page, withStockShadows);
+    const int frames = withStockShadows ? kStockFrames : kFrames;
+    const double animated =
+        meter.measure(window, frames, [&window](int) { window.tickParticles(); }).median();
+    auto *label = window.pageStack->currentWidget()->findChild<QLabel *>();
+    const double oneLabel =
+        meter
+            .measure(window,
+                     frames,
+                     [label](int i) { label->setText(QStringLiteral("Label %1").arg(i)); })
+            .median();
+    return {animated, oneLabel};
+}
+
+// The queries are left out here: a loop asks faster than anything changes. What they would change, is changed.
+double measureTick(FrameMeter &meter, bool withStockShadows)
+{
+    MainWindow window;
+    openPage(window, MainWindow::DashboardPage, withStockShadows);
+    const auto tick = [&window](int i) {
+        const int percent = 20 + i / 10;
+        window.dashboard.time->setText(QStringLiteral("12:34:%1").arg(10 + i % 50));
+        window.dashboard.ramValue->setText(
+            QStringLiteral("5.%1 GB / 23.5 GB (%2%%)").arg(i % 10).arg(percent));
+        window.dashboard.ramBar->setValue(percent);
+    };
+    return meter.measure(window, withStockShadows ? kStockFrames : kFrames, tick).median();
+}
+
+QJsonObject measureActions(FrameMeter &meter)
+{
+    return {{"log line", measureLogLines(meter)},
+            {"hover", measureHover(meter)},
+            {"slider", measureSliders(meter)},
+            {"page switch", measurePageSwitches(meter)}};
+}
