@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 #include <utility>
 
@@ -106,10 +107,14 @@ BlockWatch::Moment BlockWatch::now() const
         const Schedule shown = scheduleOf(file);
         helpers += shown.ran + shown.waited;
     }
+    struct rusage usage
+    { };
+    ::getrusage(RUSAGE_THREAD, &usage);
     return {milliseconds(CLOCK_MONOTONIC),
             milliseconds(CLOCK_THREAD_CPUTIME_ID),
             scheduleOf(schedule).waited,
-            helpers};
+            helpers,
+            usage.ru_nvcsw};
 }
 
 bool BlockWatch::notify(QObject *receiver, QEvent *event)
@@ -145,7 +150,7 @@ void BlockWatch::finish(int type)
     const double cpu = end.cpu - begin.cpu;
     const double waited = end.waited - begin.waited;
     const double busy = wall - waited;
-    const double slept = busy - cpu - (end.helpers - begin.helpers);
+    const double slept = end.sleeps > begin.sleeps ? busy - cpu - (end.helpers - begin.helpers) : 0;
     if (kind == Kind::Ignored) {
         return;
     }

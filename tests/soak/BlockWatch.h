@@ -48,6 +48,8 @@ private:
         double cpu = 0;
         double waited = 0;
         double helpers = 0; // at work, or waiting for a processor
+        long sleeps =
+            0; // how often it gave the processor back by itself; without, whatever stops it is the machine
     };
     Moment now() const;
     void finish(int type);

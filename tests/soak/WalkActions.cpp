@@ -61,7 +61,7 @@ QList<Press> pressesOf(const MainWindow &window)
         {window.network.flushDns, Kind::Usual, flush},
         {window.network.reset, Kind::Usual},
         {window.startup.openSettings, Kind::ByDesign, {noStartup}},
-        {window.exportLogsButton, Kind::Usual},
+        {window.exportLogsButton, Kind::ByDesign}, // the file dialog waits for a thread of its own
         {window.pcConfigPage->copyButton, Kind::Usual},
     };
 }
