@@ -33,12 +33,13 @@ function(veltra_sandbox_test test)
     file(MAKE_DIRECTORY ${sandbox}/home ${sandbox}/data ${sandbox}/temp ${sandbox}/runtime)
     file(CHMOD ${sandbox}/runtime PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
     set(environment LC_ALL=C)
+    # The thread sanitizer would end helpers that start threads after a fork, which it does not follow (die_after_fork).
     if(NOT WIN32) # under Wine the prefix is the sandbox
         list(APPEND environment HOME=${sandbox}/home XDG_DATA_HOME=${sandbox}/data XDG_CONFIG_HOME=${sandbox}/home
              XDG_CACHE_HOME=${sandbox}/home XDG_RUNTIME_DIR=${sandbox}/runtime TEMP=${sandbox}/temp
              TMPDIR=${sandbox}/temp "UBSAN_OPTIONS=print_stacktrace=1"
              "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp"
-             "TSAN_OPTIONS=ignore_noninstrumented_modules=1:suppressions=${PROJECT_SOURCE_DIR}/tests/tsan.supp")
+             "TSAN_OPTIONS=die_after_fork=0:ignore_noninstrumented_modules=1:suppressions=${PROJECT_SOURCE_DIR}/tests/tsan.supp")
     endif()
     set_tests_properties(${test} PROPERTIES ENVIRONMENT "${environment}" TIMEOUT 120)
 endfunction()

@@ -32,9 +32,12 @@ chmod +x "$sandbox"/bin/*
 
 sandboxed=(env -i DISPLAY="$DISPLAY" LC_ALL=C.UTF-8 PATH="$sandbox/bin" HOME="$sandbox/home" TEMP="$sandbox/temp"
     TMPDIR="$sandbox/temp" XDG_DATA_HOME="$sandbox/data" XDG_CONFIG_HOME="$sandbox/home" XDG_CACHE_HOME="$sandbox/home"
-    XDG_RUNTIME_DIR="$sandbox/runtime" "$veltra_root/build/dev/tests/soak/Soak" "$seconds")
-# A volume that can be filled: mounted in a namespace of its own, it goes with the program.
-small=(unshare --mount sh -c 'mount -t tmpfs -o size=1m veltra-soak "$0" && exec "$@"' "$sandbox/small")
+    XDG_RUNTIME_DIR="$sandbox/runtime" VELTRA_SOAK_DISPLAY="$display_pid $compositor_pid"
+    "$veltra_root/build/dev/tests/soak/Soak" "$seconds")
+# Volumes that can be filled, one of them the temporary folder: mounted in a namespace of their own, they go with the program.
+small=(unshare --mount sh -c 'for folder in small temp; do
+    mount -t tmpfs -o size=1m veltra-soak "$0/$folder" || exit 1
+    done; exec "$@"' "$sandbox")
 say "Soak run of $seconds s"
 result=0
 if [ "$(id -u)" -eq 0 ] && "${small[@]}" true 2>/dev/null; then

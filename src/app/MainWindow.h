@@ -11,6 +11,7 @@
 #include <array>
 #include <chrono>
 #include <functional>
+#include <optional>
 
 class AnimatedNav;
 class DesktopToastManager;
@@ -313,6 +314,8 @@ private:
 
     QPalette
         surfacePalette; // what every widget of the root surface is given beside the style sheet
+    bool isHoldingAccent = false;
+    std::optional<QColor> heldAccent; // the last that came in meanwhile
     QString runningAction; // what to name when it throws
     bool dragging = false;
     QPoint dragOffset; // from the window's top-left corner to the cursor, at the press

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QRandomGenerator>
 #include <QSlider>
+#include <utility>
 
 namespace {
 
@@ -75,6 +76,10 @@ void MainWindow::adoptTheme(QObject *polished) const
 
 void MainWindow::setAccent(const QColor &accent)
 {
+    if (isHoldingAccent) {
+        heldAccent = accent;
+        return;
+    }
     accentColor = accent;
     applyTheme();
     if (particleCanvas != nullptr) {
@@ -113,9 +118,14 @@ void MainWindow::onRandomizeTheme()
     const int hue = random.bounded(kHues);
     const int saturation = kRandomSaturationFrom + random.bounded(kRandomSaturations);
     const int brightness = kRandomBrightnessFrom + random.bounded(kRandomBrightnesses);
+    isHoldingAccent = true; // every slider has its slot, but to dress the window once is enough
     setIfPresent(settings.hue, hue);
     setIfPresent(settings.saturation, saturation);
     setIfPresent(settings.brightness, brightness);
+    isHoldingAccent = false;
+    if (const auto chosen = std::exchange(heldAccent, std::nullopt)) {
+        setAccent(*chosen);
+    }
 }
 
 void MainWindow::onAutoColorShiftToggled(bool on)

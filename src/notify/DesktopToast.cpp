@@ -175,7 +175,10 @@ void DesktopToast::animateShow(const QPoint &from, const QPoint &to)
 void DesktopToast::animateHide()
 {
     auto *fade = run(this, "windowOpacity", kHideDuration, windowOpacity(), 0.0);
-    connect(fade, &QPropertyAnimation::finished, this, [this] { emit closeRequested(this); });
+    connect(fade, &QPropertyAnimation::finished, this, [this] {
+        isFadedOut = true;
+        emit closeRequested(this);
+    });
 }
 
 void DesktopToast::settleAt(const QPoint &place)

@@ -31,6 +31,8 @@ public:
     // Fades out from the present opacity in 170 ms, then asks to be closed.
     void animateHide();
 
+    bool hasFadedOut() const { return isFadedOut; }
+
     // Stands at `place` (global) from now on: a slide that still runs ends here.
     void settleAt(const QPoint &place);
 
@@ -61,5 +63,6 @@ private:
     QLabel *stateLabel;
     QPushButton *closeButton;
 
+    bool isFadedOut = false;
     QPointer<QPropertyAnimation> slide; // null unless it runs
 };

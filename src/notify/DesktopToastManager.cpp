@@ -14,6 +14,9 @@ using namespace std::chrono_literals;
 
 constexpr auto kDisplayTime = 3200ms;
 
+// More than any screen shows. Hundreds that fade out together would each move all that are left.
+constexpr qsizetype kMostToMoveAtOnce = 40;
+
 // px
 constexpr int kGap = 10; // between two toasts
 constexpr int kSlideDistance = 22; // towards the end point, away from the anchoring edge
@@ -102,6 +105,7 @@ QPoint DesktopToastManager::anchorPoint(const QSize &size, const QRect &screen) 
 
 void DesktopToastManager::relayout()
 {
+    isRelayoutQueued = false;
     const QRect screen = activeScreenGeometry();
     const int direction = isAtTop() ? 1 : -1;
     int stacked = 0;
@@ -120,7 +124,14 @@ void DesktopToastManager::removeToast(DesktopToast *toast)
     if (toast != nullptr) {
         toast->deleteLater();
     }
-    relayout();
+    const bool hasFaded = toast != nullptr && toast->hasFadedOut();
+    const bool areMany = isRelayoutQueued || toasts.size() > kMostToMoveAtOnce;
+    if (!hasFaded || !areMany) {
+        relayout();
+    } else if (!isRelayoutQueued) {
+        isRelayoutQueued = true;
+        QMetaObject::invokeMethod(this, &DesktopToastManager::relayout, Qt::QueuedConnection);
+    }
 }
 
 // Whether the stack grows downwards. A position that has no name is anchored at the top, but grows upwards.

@@ -48,8 +48,8 @@ public:
     void relayout();
 
 public slots:
-    // Deletes the toast on the next turn of the event loop, and re-layouts. Tolerates null, a toast that has been
-    // removed before, and one that was never shown here.
+    // Deletes the toast on the next turn of the event loop, and re-layouts; where many have faded out, once for all of them
+    // on that turn. Tolerates null, a toast that has been removed before, and one that was never shown here.
     void removeToast(DesktopToast *toast);
 
 private:
@@ -58,6 +58,7 @@ private:
 
     QList<QPointer<DesktopToast>> toasts; // newest first; an entry becomes null when its toast dies
     Position position = TopRight;
+    bool isRelayoutQueued = false;
     int offsetX = 16; // from the anchoring edge; at the centre, to the right
     int offsetY = 16; // from the anchoring edge
 };

@@ -293,6 +293,19 @@ private slots:
         }
     }
 
+    void randomThemeDressesTheWindowOnce()
+    {
+        const auto &settings = window->settings;
+        for (int i = 0; i < 5; ++i) {
+            settings.hue->setValue(0);
+            settings.saturation->setValue(0); // out of the random range, so that it changes
+            ThemeCounter counter;
+            settings.randomize->click();
+            QCOMPARE(counter.applied, 1);
+            QVERIFY(settings.saturation->value() > 0);
+        }
+    }
+
     void placementOfNotifications()
     {
         window->onNotifPositionChanged(0);

@@ -56,6 +56,18 @@ void addPositions()
     QTest::newRow("-1") << kNegative;
 }
 
+class MoveCounter : public QObject
+{
+public:
+    explicit MoveCounter(QObject *watched) { watched->installEventFilter(this); }
+    bool eventFilter(QObject * /*watched*/, QEvent *event) override
+    {
+        moves += event->type() == QEvent::Move ? 1 : 0;
+        return false;
+    }
+    int moves = 0;
+};
+
 } // namespace
 
 class DesktopToastManagerTest : public QObject
@@ -333,6 +345,27 @@ private slots:
         QVERIFY(animationOf(staying, "windowOpacity") == nullptr);
         QCOMPARE(staying->pos(),
                  manager.anchorPoint(staying->size(), manager.activeScreenGeometry()));
+    }
+
+    // Each of them would else move all that are left: with hundreds, the window would stand still meanwhile.
+    void manyThatFadeTogetherMoveTheRestOnce()
+    {
+        constexpr int kFading = 60;
+        DesktopToastManager manager(nullptr);
+        DesktopToast *oldest = show(manager);
+        QList<QPointer<DesktopToast>> fading;
+        for (int i = 0; i < kFading; ++i) {
+            fading.append(show(manager));
+        }
+        manager.relayout(); // ends the slides
+        MoveCounter counter(oldest);
+        for (DesktopToast *toast : fading) {
+            toast->animateHide(); // all in one turn of the event loop, and so is their end
+        }
+        QTRY_COMPARE(liveToasts().size(), 1);
+        QCOMPARE(oldest->pos(),
+                 manager.anchorPoint(oldest->size(), manager.activeScreenGeometry()));
+        QCOMPARE(counter.moves, 1);
     }
 
     void thereIsNoLimit()

@@ -4,11 +4,13 @@
 #include "platform/linux/DefaultRoute.h"
 
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
+#include <utility>
 
 namespace {
 
@@ -84,6 +86,20 @@ TEST_F(LinuxShellTest, failingToolIsPassedOver)
     fake("cinnamon-settings");
     EXPECT_TRUE(platform::openSystemPage(SystemPage::StartupApps));
     EXPECT_EQ(calls(), "kcmshell5 kcm_autostart\ncinnamon-settings startup\n");
+}
+
+// As a program started by some session managers and scripts finds it: the kernel forgets its children when they end.
+TEST_F(LinuxShellTest, endOfAToolIsNoticedWhereItsSignalIsIgnored)
+{
+    fake("tool");
+    fake("broken", "exit 1");
+    for (const auto &[program, outcome] : {std::pair("tool", platform::RunOutcome::Succeeded),
+                                           std::pair("broken", platform::RunOutcome::Failed)}) {
+        auto *const before = std::signal(SIGCHLD, SIG_IGN);
+        const auto found = platform::runHidden({program, {}}, std::chrono::seconds(20));
+        std::signal(SIGCHLD, before);
+        EXPECT_EQ(found, outcome);
+    }
 }
 
 TEST_F(LinuxShellTest, toolThatGoesOnRunningHasOpened)

@@ -4,9 +4,12 @@
 #include "app/Application.h"
 
 #include <QString>
+#include <QStringList>
+#include <QTimer>
 
 // Measures each event's handling, less the time in which the machine had the thread wait for a processor. A handler
-// that runs an event loop of its own (a question) counts up to that loop and after it. GUI thread.
+// that runs an event loop of its own (a question) counts up to that loop and after it. GUI thread. The environment's
+// VELTRA_SOAK_DISPLAY has the identifiers of the processes that show windows: the display server and the compositor.
 class BlockWatch : public Application
 {
 public:
@@ -29,11 +32,14 @@ public:
     Worst usual;
     Worst byDesign;
     double longestWall = 0; // ms, with that wait
-    // Usual ones whose own work took over kMostWork, or that slept for over kLongestSleep. To show a window, or its picture,
-    // is to wait for the display server, which a busy machine makes wait in turn.
-    int overLimit = 0;
-    static constexpr double kMostWork = 100; // ms of processor time
-    static constexpr double kLongestSleep = 500; // ms
+    // Usual ones that took over kLimit, by their own work or by sleep. To show a window, or its picture, is to sleep until
+    // the display server has done so, which the compositor may keep to itself for a while, and the toolkit's thread has read
+    // its answer; to paint is to wait for the toolkit's other threads that paint along. The time in which these worked, or
+    // waited for a processor in turn, is no such sleep.
+    QStringList overLimit;
+    static constexpr double kLimit = 100; // ms
+
+    double waitedForProcessor() const; // ms, this thread, since it began
 
 private:
     struct Moment
@@ -41,6 +47,9 @@ private:
         double wall = 0;
         double cpu = 0;
         double waited = 0;
+        double helpers = 0; // at work, or waiting for a processor
+        long sleeps =
+            0; // how often it gave the processor back by itself; without, whatever stops it is the machine
     };
     Moment now() const;
     void finish(int type);
@@ -48,7 +57,13 @@ private:
     Kind kind = Kind::Ignored;
     QString action;
     Moment begin;
+    const char *measured = ""; // the class of who gets the event
     int measuredLoop = 0; // the level of the event loop whose handler is being measured; 0: none
     bool isInner = false; // the loops within a handler have begun
-    int schedule = -1; // file descriptor
+    void findHelpers();
+
+    int schedule = -1; // file descriptors
+    QList<int> displaySchedules;
+    QList<int> threadSchedules; // of the toolkit; its threads come and go
+    QTimer finding;
 };

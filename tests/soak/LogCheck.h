@@ -7,8 +7,8 @@
 
 class MainWindow;
 
-// The run numbers lines of its own among those of the actions, and says what lines its actions must have left. Then the
-// log is compared with both, and emptied. GUI thread.
+// The run numbers lines of its own among those of the actions, remembers what time it was, and says what lines its actions
+// must have left. Then the log is compared with all of it, and emptied. GUI thread.
 class LogCheck
 {
 public:
@@ -23,8 +23,11 @@ public:
     qsizetype lines = 0; // that were verified so far
 
 private:
+    void checkMark(const QString &line, QStringList &complaints);
+
     MainWindow &window;
     int nextMark = 0;
-    int firstMark = 0;
+    int foundMark = 0; // the next to be found
+    QMap<int, QStringList> timesOfMarks; // per mark: right before and after it
     QMap<QString, int> expected;
 };

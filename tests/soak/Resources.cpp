@@ -1,22 +1,32 @@
 #include "soak/Resources.h"
 
+#include "soak/ServerResources.h"
+
 #include <QDir>
 #include <QFile>
 #include <algorithm>
 #include <malloc.h>
-#include <unistd.h>
+
+namespace {
+
+double statusMiB(const QByteArray &name)
+{
+    constexpr double kKiBPerMiB = 1024;
+    QFile file(QStringLiteral("/proc/self/status"));
+    const QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const auto value = text.mid(text.indexOf(name) + name.size());
+    return value.left(value.indexOf("kB")).trimmed().toDouble() / kKiBPerMiB;
+}
+
+} // namespace
 
 Resources Resources::now()
 {
     constexpr double kMiB = 1024.0 * 1024.0;
     ::malloc_trim(0);
     Resources resources;
-    QFile file(QStringLiteral("/proc/self/statm"));
-    if (file.open(QIODevice::ReadOnly)) {
-        const auto pages = file.readAll().split(' ').value(1).toDouble();
-        resources.residentMiB = pages * static_cast<double>(::sysconf(_SC_PAGESIZE)) / kMiB;
-        file.close();
-    }
+    resources.sharedMiB = statusMiB("RssShmem:");
+    resources.residentMiB = statusMiB("RssAnon:") + resources.sharedMiB;
     const auto heap = ::mallinfo2();
     resources.heapMiB = static_cast<double>(heap.uordblks + heap.hblkhd) / kMiB;
     const QFileInfoList open =
@@ -32,5 +42,9 @@ Resources Resources::now()
         static_cast<int>(std::count_if(entries.begin(), entries.end(), [](const QString &name) {
             return name.front().isDigit();
         }));
+    constexpr auto kAllFolders = QDir::Dirs | QDir::NoDotAndDotDot;
+    resources.threads =
+        static_cast<int>(QDir(QStringLiteral("/proc/self/task")).entryList(kAllFolders).size());
+    resources.onServer = serverResources();
     return resources;
 }

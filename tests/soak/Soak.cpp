@@ -24,6 +24,7 @@ int main(int argc, char **argv)
     BlockWatch application(argc, argv);
     const auto window = std::make_unique<MainWindow>();
     SoakRun run(*window, application, std::chrono::seconds(QByteArray(argv[1]).toInt()));
+    application.setFailureReporter([&window](const QString &what) { window->reportFailure(what); });
     run.walk.smallVolume = argc > 2 ? QString::fromLocal8Bit(argv[2]) : QString();
     window->show();
     QTimer::singleShot(kStartUp, &run, &SoakRun::start);

@@ -1,10 +1,11 @@
 #include "soak/SoakRun.h"
 
 #include "app/MainWindow.h"
+#include "monitor/ProcessWatcherWidget.h"
 
 #include <QApplication>
 #include <QPixmapCache>
-#include <cstdio>
+#include <QTableWidget>
 
 namespace {
 
@@ -14,23 +15,6 @@ constexpr auto kBetweenSteps = 60ms;
 constexpr auto kUntilQuiet =
     4500ms; // longer than a toast stands, than a command runs and than a reading takes
 constexpr int kWarmUpShare = 4; // of the whole run
-constexpr double kMostGrowth = 8; // MiB: the noise of caches and of the allocator
-constexpr int kMostNewDescriptors = 4;
-constexpr int kMostProcessFiles = 64; // more than two for each process there is
-
-void row(const char *name, const QString &value)
-{
-    std::printf("  %-52s %s\n", name, qPrintable(value));
-}
-
-QString worst(const BlockWatch::Worst &worst)
-{
-    return QStringLiteral("%1 ms (wall %2, CPU %3; %4)")
-        .arg(worst.milliseconds, 0, 'f', 1)
-        .arg(worst.wall, 0, 'f', 1)
-        .arg(worst.cpu, 0, 'f', 1)
-        .arg(worst.what);
-}
 
 } // namespace
 
@@ -39,6 +23,8 @@ SoakRun::SoakRun(MainWindow &soaked, BlockWatch &watching, std::chrono::seconds 
     , window(soaked)
     , watch(watching)
     , log(soaked)
+    , wallClock(soaked, watching)
+    , figures(soaked.processWatcher->findChild<QTableWidget *>())
     , length(wanted)
 {
     connect(&stepping, &QTimer::timeout, this, &SoakRun::go);
@@ -48,14 +34,15 @@ void SoakRun::start()
 {
     atStart = Resources::now();
     clock.start();
+    wallClock.start();
     startStorm();
     stepping.start(kBetweenSteps);
 }
 
 void SoakRun::go()
 {
-    if (QApplication::activeModalWidget() != nullptr) {
-        return; // the question is answered first
+    if (QApplication::activeModalWidget() != nullptr || walk.isPressing()) {
+        return; // one thing after the other
     }
     const auto gone = std::chrono::milliseconds(clock.elapsed());
     if (!isWarm && gone > length / kWarmUpShare) {
@@ -79,7 +66,10 @@ void SoakRun::go()
 void SoakRun::settle(const std::function<void()> &then)
 {
     stepping.stop();
+    watch.setKind(
+        BlockWatch::Kind::Ignored); // until the next event: the wait for the storm is the run's own
     endStorm();
+    QTimer::singleShot(0, this, [this] { watch.setKind(BlockWatch::Kind::Usual); });
     QTimer::singleShot(kUntilQuiet, this, [this, then] {
         watch.setKind(BlockWatch::Kind::Ignored);
         walk.calmDown();
@@ -99,62 +89,4 @@ void SoakRun::endStorm()
     storm.terminate();
     storm.waitForFinished();
     stormRates.append(QString::fromLatin1(storm.readAllStandardOutput().trimmed()));
-}
-
-bool SoakRun::report()
-{
-    const double growth = atEnd.residentMiB - warm.residentMiB;
-    const double heapGrowth = atEnd.heapMiB - warm.heapMiB;
-    const int descriptors = atEnd.descriptors - warm.descriptors;
-    const auto figures = [](double start, double later, double end) {
-        return QStringLiteral("%1 / %2 / %3")
-            .arg(start, 0, 'f', 1)
-            .arg(later, 0, 'f', 1)
-            .arg(end, 0, 'f', 1);
-    };
-    std::printf("\nSoak run of %lld s\n", static_cast<long long>(length.count()));
-    row("steps, cleanings, toasts",
-        QStringLiteral("%1, %2, %3").arg(walk.steps).arg(walk.cleanings).arg(walk.toasts));
-    row("processes started beside it, a second", stormRates.join(QStringLiteral(", ")));
-    row("exports to a disk that was full",
-        walk.smallVolume.isEmpty() ? QStringLiteral("skipped: no small volume")
-                                   : QString::number(walk.fullDisks));
-    row("log lines, complete and in order",
-        complaints.isEmpty() ? QString::number(log.lines) : QStringLiteral("NO"));
-    row("GUI thread not there for the user, longest", worst(watch.usual));
-    row("  over 100 ms of own work, or asleep for over 500 ms", QString::number(watch.overLimit));
-    row("  with the wait for a processor",
-        QStringLiteral("%1 ms").arg(watch.longestWall, 0, 'f', 1));
-    row("  where the operation blocks by design", worst(watch.byDesign));
-    row("resident MiB at start / warm / end",
-        figures(atStart.residentMiB, warm.residentMiB, atEnd.residentMiB));
-    row("allocated MiB at start / warm / end",
-        figures(atStart.heapMiB, warm.heapMiB, atEnd.heapMiB));
-    row("open descriptors at start / warm / end",
-        QStringLiteral("%1 / %2 / %3")
-            .arg(atStart.descriptors)
-            .arg(warm.descriptors)
-            .arg(atEnd.descriptors));
-    row("  and of files of processes",
-        QStringLiteral("%1 / %2 / %3")
-            .arg(atStart.processFiles)
-            .arg(warm.processFiles)
-            .arg(atEnd.processFiles));
-    if (watch.overLimit > 0) {
-        complaints.append(QStringLiteral("the GUI thread was blocked"));
-    }
-    if (growth > kMostGrowth || heapGrowth > kMostGrowth) {
-        complaints.append(QStringLiteral("the memory grew by %1 MiB").arg(growth, 0, 'f', 1));
-    }
-    if (descriptors > kMostNewDescriptors) {
-        complaints.append(QStringLiteral("%1 more descriptors").arg(descriptors));
-    }
-    if (atEnd.processFiles > 2 * atEnd.processes + kMostProcessFiles) {
-        complaints.append(
-            QStringLiteral("files of %1 processes are kept open").arg(atEnd.processFiles / 2));
-    }
-    for (const QString &complaint : std::as_const(complaints)) {
-        std::printf("  WRONG: %s\n", qPrintable(complaint));
-    }
-    return complaints.isEmpty();
 }

@@ -1,6 +1,9 @@
 // A soak run from its start to its table.
 #pragma once
 
+#include "soak/ClockCheck.h"
+#include "soak/FigureCheck.h"
+#include "soak/Resources.h"
 #include "soak/Walk.h"
 
 #include <QElapsedTimer>
@@ -8,8 +11,6 @@
 #include <QStringList>
 #include <chrono>
 #include <functional>
-
-#include "soak/Resources.h"
 
 class SoakRun : public QObject
 {
@@ -28,10 +29,16 @@ private:
     void settle(const std::function<void()> &then);
     void startStorm();
     void endStorm();
+    void judgeGrowth();
+    void printWork() const;
+    void printBlocks() const;
+    void printResources() const;
 
     MainWindow &window;
     BlockWatch &watch;
     LogCheck log;
+    ClockCheck wallClock;
+    FigureCheck figures;
     std::chrono::seconds length;
     QElapsedTimer clock;
     QTimer stepping;

@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -36,6 +37,7 @@ int main(int argc, char **argv)
 {
     const long perSecond = argc > 1 ? std::strtol(argv[1], nullptr, 10) : 500;
     std::signal(SIGTERM, end);
+    ::prctl(PR_SET_PDEATHSIG, SIGTERM); // also when the window crashes // NOLINT(*-vararg)
     const auto start = Clock::now();
     const auto pause = std::chrono::nanoseconds(std::chrono::seconds(1)) / perSecond;
     long started = 0;

@@ -3,8 +3,6 @@
 #include "app/MainWindow.h"
 #include "app/PerformanceMode.h"
 #include "monitor/ProcessWatcherWidget.h"
-#include "notify/DesktopToast.h"
-#include "pcconfig/PCConfigPage.h"
 #include "ui/AnimatedNav.h"
 #include "ui/NavButton.h"
 #include "ui/TestInput.h"
@@ -12,39 +10,16 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDir>
-#include <QFile>
-#include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSlider>
+#include <QTableWidget>
+#include <QToolButton>
 
 namespace {
 
 constexpr int kPages = 8;
-constexpr int kToastsAtOnce = 100;
-
-void fill(const QString &folder)
-{
-    QFile filler(folder + QStringLiteral("/filler"));
-    const QByteArray block(1 << 16, 'x');
-    if (filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
-        while (filler.write(block) > 0) { }
-    }
-}
-
-void makeTempFiles()
-{
-    const QDir temp(QDir::tempPath());
-    temp.mkpath(QStringLiteral("folder/inner"));
-    for (const char *name : {"a", "b", "folder/c", "folder/inner/d"}) {
-        QFile file(temp.filePath(QLatin1String(name)));
-        if (file.open(QIODevice::WriteOnly)) {
-            file.write("temporary");
-        }
-    }
-}
 
 } // namespace
 
@@ -58,98 +33,92 @@ Walk::Walk(MainWindow &walked, BlockWatch &watching, LogCheck &checking)
     answering.start(kLookEvery);
 }
 
+Walk::~Walk()
+{
+    victim.kill();
+    victim.waitForFinished();
+}
+
+// As often as they are in the list.
+const QList<Walk::Step> &Walk::allSteps()
+{
+    static const QList<Step> steps{
+        &Walk::changePage,       &Walk::changePage,       &Walk::changePage,
+        &Walk::pressSidebar,     &Walk::pressSidebar,     &Walk::moveMouse,
+        &Walk::moveMouse,        &Walk::moveMouse,        &Walk::dragWindow,
+        &Walk::minimize,         &Walk::searchStartup,    &Walk::changeSetting,
+        &Walk::changeSetting,    &Walk::changeSetting,    &Walk::pressSomeButton,
+        &Walk::pressSomeButton,  &Walk::pressSomeButton,  &Walk::pressSomeButton,
+        &Walk::refreshInventory, &Walk::cleanTemp,        &Walk::cleanFullTemp,
+        &Walk::showToasts,       &Walk::exportToFullDisk, &Walk::closeToasts,
+        &Walk::watchProcesses,   &Walk::watchProcesses,   &Walk::endProcess,
+    };
+    return steps;
+}
+
 void Walk::step()
 {
     ++steps;
     log.mark();
     watch.setKind(BlockWatch::Kind::Usual);
-    switch (random.bounded(20)) {
-    case 0:
-        return cleanTemp();
-    case 1:
-        return showToasts();
-    case 2:
-        return closeToasts();
-    case 3:
-        return exportToFullDisk();
-    case 4:
-        watch.setAction(QStringLiteral("inventory"));
-        return press(window.pcConfigPage->refreshButton, BlockWatch::Kind::ByDesign, {});
-    case 5:
-    case 6:
-    case 7:
-        return pressSomeButton();
-    case 8:
-    case 9:
-    case 10:
-        return changeSetting();
-    case 11:
-    case 12:
-        return watchProcesses();
-    case 13:
-    case 14:
-    case 15:
-        return moveMouse();
-    default:
-        watch.setAction(QStringLiteral("page"));
-        window.onNavChanged(random.bounded(kPages));
-    }
+    const auto &all = allSteps();
+    (this->*all.at(random.bounded(static_cast<int>(all.size()))))();
 }
 
-// Pressed from the event loop: the press is a handler, and may ask.
-void Walk::press(QPushButton *button, BlockWatch::Kind kind, const QStringList &lines)
+void Walk::changePage()
 {
-    for (const QString &line : lines) {
-        log.expect(line);
-    }
-    QTimer::singleShot(0, button, [this, button, kind] {
-        watch.setKind(kind);
-        watch.setAction(button->text());
-        button->click();
-        QTimer::singleShot(0, this, [this] { watch.setKind(BlockWatch::Kind::Usual); });
-    });
+    watch.setAction(QStringLiteral("page"));
+    window.onNavChanged(random.bounded(kPages));
 }
 
-void Walk::cleanTemp()
+void Walk::pressSidebar()
 {
-    makeTempFiles();
-    ++cleanings;
-    press(window.cleaner.buttons.at(0),
-          BlockWatch::Kind::ByDesign,
-          {QStringLiteral("Cleaning temp files..."),
-           QStringLiteral("Temp cleaned. Deleted 3 items.")});
+    watch.setAction(QStringLiteral("sidebar"));
+    const auto &items = window.sidebar->items();
+    NavButton *button = items.at(random.bounded(static_cast<int>(items.size())));
+    const QPointF middle = button->mapToGlobal(QPointF(button->rect().center()));
+    testinput::mouse(button, QEvent::MouseButtonPress, middle, Qt::LeftButton, Qt::LeftButton);
+    testinput::mouse(button, QEvent::MouseButtonRelease, middle, Qt::LeftButton, {});
 }
 
-// What they open are stand-ins, or nothing.
-void Walk::pressSomeButton()
+void Walk::moveMouse()
 {
-    using Kind = BlockWatch::Kind;
-    const auto &buttons = window.cleaner.buttons;
-    switch (random.bounded(10)) {
-    case 0:
-        return press(buttons.at(1), Kind::Usual, {}); // asks, and gets a No, like two others
-    case 1:
-        return press(buttons.at(2), Kind::Usual, {QStringLiteral("Flush DNS: Running...")});
-    case 2:
-        return press(buttons.at(3), Kind::Usual, {});
-    case 3:
-        return press(
-            buttons.at(4), Kind::ByDesign, {QStringLiteral("Failed opening Storage Sense.")});
-    case 4:
-        return press(buttons.at(5), Kind::ByDesign, {QStringLiteral("Opened TEMP folder.")});
-    case 5:
-        return press(buttons.at(6), Kind::ByDesign, {});
-    case 6:
-        return press(buttons.at(9), Kind::Usual, {});
-    case 7:
-        return press(buttons.at(10),
-                     Kind::ByDesign,
-                     {QStringLiteral("Failed opening Startup Apps settings.")});
-    case 8:
-        return press(window.exportLogsButton, Kind::Usual, {});
-    default:
-        return press(window.pcConfigPage->copyButton, Kind::Usual, {});
-    }
+    watch.setAction(QStringLiteral("mouse"));
+    const auto widgets = window.findChildren<QWidget *>();
+    QWidget *widget = widgets.at(random.bounded(static_cast<int>(widgets.size())));
+    testinput::enter(widget);
+    const QPointF place = widget->mapToGlobal(QPointF(random.bounded(100), random.bounded(40)));
+    testinput::mouse(window.sidebar, QEvent::MouseMove, place, Qt::NoButton, {});
+    QTimer::singleShot(random.bounded(300), widget, [widget] { testinput::leave(widget); });
+}
+
+void Walk::dragWindow()
+{
+    watch.setAction(QStringLiteral("drag"));
+    const QPointF from = window.titleBar->mapToGlobal(QPointF(window.titleBar->rect().center()));
+    const QPointF to = from + QPointF(random.bounded(-80, 81), random.bounded(-40, 41));
+    testinput::mouse(&window, QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
+    testinput::mouse(&window, QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton);
+    testinput::mouse(
+        &window, QEvent::MouseMove, from, Qt::NoButton, Qt::LeftButton); // never off the screen
+    testinput::mouse(&window, QEvent::MouseButtonRelease, from, Qt::LeftButton, {});
+}
+
+void Walk::minimize()
+{
+    watch.setAction(QStringLiteral("minimize"));
+    window.minimizeButton->click();
+    QTimer::singleShot(random.bounded(500), &window, &QWidget::showNormal);
+}
+
+void Walk::searchStartup()
+{
+    static const QStringList words{
+        QString(), QStringLiteral("corp"), QStringLiteral("e"), QStringLiteral("<b>")};
+    watch.setAction(QStringLiteral("startup"));
+    window.onNavChanged(MainWindow::StartupPage);
+    window.startup.search->setText(words.at(random.bounded(static_cast<int>(words.size()))));
+    window.startup.table->selectRow(random.bounded(window.startup.table->rowCount()));
 }
 
 void Walk::changeSetting()
@@ -159,6 +128,7 @@ void Walk::changeSetting()
     case 0: {
         const auto boxes = window.settings.page->findChildren<QComboBox *>();
         QComboBox *box = boxes.at(random.bounded(static_cast<int>(boxes.size())));
+        watch.setAction(box->accessibleName());
         return box->setCurrentIndex(random.bounded(box->count()));
     }
     case 1:
@@ -166,16 +136,19 @@ void Walk::changeSetting()
     case 2:
         return window.settings.autoColorShift->setChecked(random.bounded(2) == 0);
     case 3:
+        watch.setAction(QStringLiteral("random colour"));
         return window.settings.randomize->click();
     default:
         const auto sliders = window.settings.page->findChildren<QSlider *>();
         QSlider *slider = sliders.at(random.bounded(static_cast<int>(sliders.size())));
+        watch.setAction(slider->accessibleName());
         slider->setValue(random.bounded(slider->minimum(), slider->maximum() + 1));
     }
 }
 
 void Walk::calmDown()
 {
+    window.showNormal();
     for (int page = kPages - 1; page >= 0; --page) {
         window.onNavChanged(page);
     }
@@ -190,81 +163,11 @@ void Walk::calmDown()
     closeToasts();
 }
 
-void Walk::watchProcesses()
-{
-    watch.setAction(QStringLiteral("processes"));
-    window.onNavChanged(MainWindow::ProcWatchPage);
-    window.processWatcher->findChild<QLineEdit *>()->setText(
-        random.bounded(2) == 0 ? QString() : QStringLiteral("so"));
-    auto *rates = window.processWatcher->findChild<QComboBox *>();
-    rates->setCurrentIndex(random.bounded(rates->count()));
-    const auto buttons = window.processWatcher->findChildren<QPushButton *>();
-    press(buttons.constFirst(), BlockWatch::Kind::Usual, {}); // nothing selected, or a No
-}
-
-void Walk::moveMouse()
-{
-    watch.setAction(QStringLiteral("mouse"));
-    const auto widgets = window.findChildren<QWidget *>();
-    QWidget *widget = widgets.at(random.bounded(static_cast<int>(widgets.size())));
-    testinput::enter(widget);
-    const QPointF place = widget->mapToGlobal(QPointF(random.bounded(100), random.bounded(40)));
-    testinput::mouse(window.sidebar, QEvent::MouseMove, place, Qt::NoButton, {});
-    QTimer::singleShot(random.bounded(300), widget, [widget] { testinput::leave(widget); });
-}
-
-void Walk::showToasts()
-{
-    watch.setAction(QStringLiteral("toasts"));
-    for (int i = 0; i < kToastsAtOnce; ++i) {
-        QTimer::singleShot(i, &window, [this, i] {
-            ++toasts;
-            window.showActionToast(QStringLiteral("Soak"),
-                                   QStringLiteral("Toast %1").arg(i),
-                                   i % 2 == 0,
-                                   i % 3 == 0,
-                                   false);
-        });
-    }
-}
-
-void Walk::closeToasts()
-{
-    watch.setAction(QStringLiteral("closing toasts"));
-    const auto windows = QApplication::topLevelWidgets();
-    for (QWidget *toast : windows) {
-        if (qobject_cast<DesktopToast *>(toast) != nullptr) {
-            QTimer::singleShot(0, toast, [toast] {
-                toast->findChild<QPushButton *>(QStringLiteral("toastClose"))->click();
-            });
-        }
-    }
-}
-
-void Walk::exportToFullDisk()
-{
-    if (smallVolume.isEmpty()) {
-        return;
-    }
-    watch.setAction(QStringLiteral("full disk"));
-    watch.setKind(BlockWatch::Kind::Ignored); // the filling is the run's own
-    const QString path = smallVolume + QStringLiteral("/log.txt");
-    QFile::remove(path);
-    fill(smallVolume);
-    log.expect(QStringLiteral("Failed to export logs."));
-    window.exportLogsTo(path);
-    QFile::remove(smallVolume + QStringLiteral("/filler"));
-    log.expect(QStringLiteral("Logs exported: ") + path);
-    window.exportLogsTo(path);
-    ++fullDisks;
-}
-
 void Walk::answer()
 {
     auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
     if (auto *box = qobject_cast<QMessageBox *>(dialog)) {
-        const bool isSafe = box->text() == QLatin1String("Delete temp files?");
-        box->button(isSafe ? QMessageBox::Yes : QMessageBox::No)->click();
+        box->button(isToBeDone(*box) ? QMessageBox::Yes : QMessageBox::No)->click();
     } else if (dialog != nullptr) {
         dialog->reject();
     }

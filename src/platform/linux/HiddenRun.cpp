@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <fcntl.h>
 #include <mutex>
 #include <poll.h>
@@ -41,6 +42,18 @@ Stragglers &stragglers()
 {
     static Stragglers instance;
     return instance;
+}
+
+// Whoever started this program may have left it a SIGCHLD that is ignored. Then the kernel forgets children that end, and
+// nobody can wait for one.
+void keepEndedChildren()
+{
+    struct sigaction action
+    { };
+    if (::sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN) {
+        action.sa_handler = SIG_DFL;
+        ::sigaction(SIGCHLD, &action, nullptr);
+    }
 }
 
 std::optional<pid_t> spawn(const std::filesystem::path &file, const CommandLine &command)
@@ -102,6 +115,7 @@ bool endsWithin(pid_t process, std::chrono::milliseconds limit)
 RunOutcome runHidden(const CommandLine &command, std::chrono::milliseconds limit)
 {
     stragglers().collect();
+    keepEndedChildren();
     const auto file = findOnPath(command.program);
     const auto process = file ? spawn(*file, command) : std::nullopt;
     if (!process) {

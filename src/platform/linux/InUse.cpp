@@ -1,6 +1,7 @@
 #include "platform/linux/InUse.h"
 
 #include "platform/linux/FolderListing.h"
+#include "platform/linux/ProcFile.h"
 #include "platform/linux/ProcessMaps.h"
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 #include <fcntl.h>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace platform {
 
@@ -19,11 +21,15 @@ bool isProcessId(std::string_view name)
     return std::all_of(name.begin(), name.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-std::string readAll(int folder, const char *name)
+// Whether the last failure was for want of something, and not because a process has ended or may not be looked into.
+bool isShortage()
+{
+    return errno == EMFILE || errno == ENFILE || errno == ENOMEM;
+}
+
+std::string readAll(const FileDescriptor &file)
 {
     constexpr std::size_t kChunk = 65536;
-    const FileDescriptor file(
-        ::openat(folder, name, O_RDONLY | O_CLOEXEC)); // NOLINT(cppcoreguidelines-pro-type-vararg)
     std::string text;
     while (file.isOpen()) {
         const auto before = text.size();
@@ -56,20 +62,19 @@ std::optional<InUse> InUse::snapshot()
             continue;
         }
         const FileDescriptor process = openFolder(processes.folder(), name);
-        if (process.isOpen()) {
-            result.addProcess(process.get());
+        if (process.isOpen() ? !result.addProcess(process.get()) : isShortage()) {
+            return std::nullopt;
         }
     }
-    return result;
+    return errno == 0 ? std::optional(std::move(result)) : std::nullopt;
 }
 
-void InUse::addProcess(int processFolder)
+bool InUse::addProcess(int processFolder)
 {
     for (const char *link : {"exe", "cwd", "root"}) {
         addTarget(processFolder, link);
     }
-    addOpenFiles(processFolder);
-    addMappedFiles(processFolder);
+    return addOpenFiles(processFolder) && addMappedFiles(processFolder);
 }
 
 // These links of the kernel lead to the very file, whatever its name is now.
@@ -82,23 +87,27 @@ void InUse::addTarget(int folder, const char *link)
     }
 }
 
-void InUse::addOpenFiles(int processFolder)
+bool InUse::addOpenFiles(int processFolder)
 {
     FolderListing open(openFolder(processFolder, "fd"));
-    while (open.isOpen()) {
-        const char *name = open.next();
-        if (name == nullptr) {
-            break;
-        }
+    if (!open.isOpen()) {
+        return !isShortage();
+    }
+    while (const char *name = open.next()) {
         addTarget(open.folder(), name);
     }
+    return !isShortage();
 }
 
 // The device in this list is that of the volume, which the file itself may know by another number; so the path is asked
 // too, and believed when the inode fits.
-void InUse::addMappedFiles(int processFolder)
+bool InUse::addMappedFiles(int processFolder)
 {
-    for (const auto &mapped : maps::parse(readAll(processFolder, "maps"))) {
+    const FileDescriptor list = openForReading(processFolder, "maps");
+    if (!list.isOpen()) {
+        return !isShortage();
+    }
+    for (const auto &mapped : maps::parse(readAll(list))) {
         if (!files.insert(mapped.id).second) {
             continue;
         }
@@ -110,6 +119,7 @@ void InUse::addMappedFiles(int processFolder)
             files.insert(idOf(status));
         }
     }
+    return true;
 }
 
 } // namespace platform

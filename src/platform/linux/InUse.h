@@ -13,16 +13,18 @@ class InUse
 public:
     // One pass over all processes: what they have open, mapped, as program, as working folder or as root. Processes that
     // end meanwhile are passed over, and so are those of other users that may not be looked into.
-    // Empty when the processes cannot be listed at all. Thread: any.
+    // Empty when the processes cannot be listed, or not be looked into for want of descriptors or memory: what is not known
+    // to be free must stay. Thread: any.
     static std::optional<InUse> snapshot();
 
     bool contains(const FileId &file) const { return files.contains(file); }
 
 private:
-    void addProcess(int processFolder);
+    // False when this process lacks the means to look.
+    bool addProcess(int processFolder);
+    bool addOpenFiles(int processFolder);
+    bool addMappedFiles(int processFolder);
     void addTarget(int folder, const char *link);
-    void addOpenFiles(int processFolder);
-    void addMappedFiles(int processFolder);
 
     std::unordered_set<FileId, FileIdHash> files;
 };

@@ -4,6 +4,7 @@
 #include "platform/linux/InventoryText.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <utility>
@@ -43,7 +44,7 @@ std::string SystemTree::text(const std::string &path, std::size_t limit) const
         content.resize(std::min(start + kChunk, limit));
         const auto length = ::read(file.get(), content.data() + start, content.size() - start);
         content.resize(start + static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
-        if (length <= 0) {
+        if (length == 0 || (length < 0 && errno != EINTR)) {
             break;
         }
     }

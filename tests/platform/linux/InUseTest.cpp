@@ -10,6 +10,7 @@
 #include <iterator>
 #include <string_view>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <sys/wait.h>
@@ -174,6 +175,33 @@ TEST_F(InUseEntries, snapshotKnowsThisProgram)
     ASSERT_TRUE(facts.has_value());
     EXPECT_TRUE(inUse->contains(facts->id));
     EXPECT_FALSE(inUse->contains({facts->id.device, facts->id.inode + 1000000}));
+}
+
+// Of so many descriptors that this program may have open, some suffice for the list of processes, but not for a look into
+// each. Then nothing is known, instead of a file in use that is taken for free.
+TEST_F(InUseEntries, snapshotWithTooFewDescriptorsIsNone)
+{
+    makeFile(folder / "open");
+    const Child child([this] { ::open((folder / "open").c_str(), O_RDONLY); });
+    const int next = ::dup(STDERR_FILENO);
+    ::close(next);
+    struct rlimit usual
+    { };
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &usual), 0);
+    constexpr int kEnough = 64; // 3 are needed: the list, one process, one thing in it
+    for (const int room : {0, 1, 2, kEnough}) {
+        const struct rlimit few
+        {
+            static_cast<rlim_t>(next + room), usual.rlim_max
+        };
+        ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
+        const bool isKnown = platform::InUse::snapshot().has_value();
+        const int removed = room < kEnough ? emptyFolder(folder).removedCount : 0;
+        ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &usual), 0);
+        EXPECT_EQ(isKnown, room == kEnough) << room;
+        EXPECT_EQ(removed, 0) << room;
+        EXPECT_TRUE(isThere(folder / "open"));
+    }
 }
 
 } // namespace
