@@ -63,9 +63,9 @@ double median(const Action &action)
 class KeyedItem : public QTableWidgetItem
 {
 public:
-    KeyedItem(double key, const QString &text)
+    KeyedItem(double ownKey, const QString &text)
         : QTableWidgetItem(text)
-        , key(key)
+        , key(ownKey)
     { }
     bool operator<(const QTableWidgetItem &other) const override
     {
