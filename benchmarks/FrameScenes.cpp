@@ -130,7 +130,7 @@ double measureSliders(FrameMeter &meter)
     FrameCosts all;
     for (QSlider *slider : sliders) {
         const auto placeOf = [slider](int step) {
-            return QPointF(5 + (slider->width() - 10) * step / kSteps, slider->height() / 2);
+            return QPointF(5 + (slider->width() - 10.0) * step / kSteps, slider->height() / 2.0);
         };
         sendMouse(*slider, QEvent::MouseButtonPress, placeOf(0));
         const FrameCosts costs = meter.measureFor(window, kSteps, 20ms, [&](int i) {

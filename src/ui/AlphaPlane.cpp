@@ -91,10 +91,10 @@ QImage halfAlphaPlane(const QImage &picture, const QRect &part)
         const uchar *upper = whole.constScanLine(2 * y);
         const uchar *lower = whole.constScanLine(2 * y + 1);
         uchar *to = half.scanLine(y);
-        for (int x = 0; x < half.width(); ++x) {
-            const int above = (upper[2 * x] + upper[2 * x + 1]) >> 1;
-            const int below = (lower[2 * x] + lower[2 * x + 1]) >> 1;
-            to[x] = static_cast<uchar>((above + below) >> 1);
+        for (const uchar *end = to + half.width(); to != end; ++to, upper += 2, lower += 2) {
+            const int above = (upper[0] + upper[1]) >> 1;
+            const int below = (lower[0] + lower[1]) >> 1;
+            *to = static_cast<uchar>((above + below) >> 1);
         }
     }
     return half;

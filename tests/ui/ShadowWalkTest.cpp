@@ -48,7 +48,7 @@ private:
         frame.setGeometry(geometry);
     }
 
-    void addShadow(QWidget &widget, qreal blurRadius, const QPointF &offset)
+    void addShadow(QWidget &widget, qreal blurRadius, const QPointF &offset) const
     {
         auto *effect = cached ? new CachedShadow(&widget) : new QGraphicsDropShadowEffect(&widget);
         effect->setBlurRadius(blurRadius);
