@@ -34,14 +34,15 @@ def digest(path):
         contents[path] = hashlib.sha256(open(path, "rb").read()).hexdigest()
     return contents[path]
 
+consists_of = {} # a file that is compiled for several programs counts once
 for block in listing.split("\n\n"):
     parts = [os.path.normpath(os.path.join(build, line.strip())) for line in block.splitlines() if line.startswith(" ")]
-    own = sorted({part for part in parts if part.startswith(root + "/") and os.path.exists(part)})
     name = next((part for part in parts if part in commands), None)
-    if name is None or name.startswith(build):
-        continue
+    if name is not None and not name.startswith(build):
+        consists_of.setdefault(name, set()).update(part for part in parts if part.startswith(root + "/") and os.path.exists(part))
+for name, parts in consists_of.items():
     key = hashlib.sha256((settings + commands[name].replace(root, "")).encode())
-    for part in own:
+    for part in sorted(parts):
         key.update((os.path.relpath(part, root) + digest(part)).encode())
     print(os.path.relpath(name, root), key.hexdigest()[:32])
 PYTHON
@@ -52,7 +53,7 @@ declare -A stamp_of
 while read -r file key; do
     stamp_of[$file]=$stamps/$key
     [ -f "$stamps/$key" ] || changed+=("$file")
-done < <(tidy_keys | sort -u)
+done < <(tidy_keys)
 [ ${#stamp_of[@]} -gt 0 ] || die "the build tells of no file to check"
 
 say "Running clang-tidy on ${#changed[@]} changed files of ${#stamp_of[@]}"
