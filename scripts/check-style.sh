@@ -22,7 +22,7 @@ mkdir -p "$stamps"
 # the project's files that it consists of, which the build has written down.
 tidy_keys() {
     python3 - "$veltra_root" <<'PYTHON'
-import hashlib, json, os, subprocess, sys
+import hashlib, json, os, re, subprocess, sys
 root = sys.argv[1]
 build = os.path.join(root, "build/dev")
 commands = {entry["file"]: entry["command"] for entry in json.load(open(build + "/compile_commands.json"))}
@@ -41,7 +41,8 @@ for block in listing.split("\n\n"):
     if name is not None and not name.startswith(build):
         consists_of.setdefault(name, set()).update(part for part in parts if part.startswith(root + "/") and os.path.exists(part))
 for name, parts in consists_of.items():
-    key = hashlib.sha256((settings + commands[name].replace(root, "")).encode())
+    command = re.sub(r"^\S*ccache ", "", commands[name]).replace(root, "")
+    key = hashlib.sha256((settings + command).encode())
     for part in sorted(parts):
         key.update((os.path.relpath(part, root) + digest(part)).encode())
     print(os.path.relpath(name, root), key.hexdigest()[:32])

@@ -16,7 +16,7 @@ packages_build() { echo build-essential cmake ninja-build qt6-base-dev qt6-base-
 packages_display() { echo xvfb xauth picom imagemagick x11-utils x11-apps xdotool fonts-open-sans fonts-dejavu-core; }
 packages_test() { echo libgtest-dev libgmock-dev; }
 packages_bench() { echo openbox; }
-packages_style() { echo clang clang-format clang-tidy git; }
+packages_style() { echo clang clang-format clang-tidy git python3; }
 packages_accessibility() { echo at-spi2-core dbus python3-pyatspi; }
 packages_coverage() { echo gcovr; }
 packages_windows() { echo g++-mingw-w64-x86-64-posix dpkg-dev googletest; }
