@@ -1,7 +1,11 @@
 #include "ui/PageTransitions.h"
 
+#include "ui/CachedOpacity.h"
+#include "ui/PictureDifference.h"
+
 #include <QGraphicsDropShadowEffect>
 #include <QGraphicsOpacityEffect>
+#include <QLabel>
 #include <QParallelAnimationGroup>
 #include <QPropertyAnimation>
 #include <QStackedWidget>
@@ -39,6 +43,33 @@ class PageTransitionsTest : public QObject
     Q_OBJECT
 
 private slots:
+    // Rendered once, a page fades as the toolkit fades it.
+    void fadesFromOnePicture()
+    {
+        QWidget window;
+        QLabel page(QStringLiteral("Veltra"), &window);
+        page.setGeometry(20, 10, 120, 40);
+        window.resize(200, 80);
+        window.show();
+        for (const qreal opacity : {0.2, 0.5, 0.9}) {
+            auto *stock = new QGraphicsOpacityEffect(&page);
+            stock->setOpacity(opacity);
+            page.setGraphicsEffect(stock);
+            const QImage expected = window.grab().toImage();
+            auto *kept = new CachedOpacity(&page);
+            kept->setOpacity(0.7);
+            page.setGraphicsEffect(kept);
+            window.grab();
+            kept->setOpacity(opacity);
+            QVERIFY(largestDifference(window.grab().toImage(), expected) <= 1);
+            QCOMPARE(kept->renderCount(), 1);
+            page.setText(QStringLiteral("changed"));
+            window.grab();
+            QCOMPARE(kept->renderCount(), 2);
+            page.setText(QStringLiteral("Veltra"));
+        }
+    }
+
     void init()
     {
         stack = new QStackedWidget;

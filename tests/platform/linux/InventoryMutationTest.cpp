@@ -1,19 +1,8 @@
 // The parsers of the hardware inventory, with mutations of the fuzzers' seeds.
 #include "fuzz/InventoryFeeds.h"
-#include "fuzz/Mutations.h"
-
-#include <gtest/gtest.h>
+#include "fuzz/MutationTest.h"
 
 namespace {
-
-constexpr int kRounds = 20000;
-
-void mutate(const char *corpus, void (*feed)(std::string_view))
-{
-    const auto seeds = fuzz::seedsIn(std::filesystem::path(VELTRA_FUZZ_CORPUS) / corpus);
-    ASSERT_FALSE(seeds.empty());
-    EXPECT_NO_THROW(fuzz::feedMutations(seeds, kRounds, feed));
-}
 
 TEST(InventoryMutation, cpuInfo)
 {

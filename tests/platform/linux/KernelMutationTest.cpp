@@ -1,20 +1,9 @@
 // The parsers of what the kernel tells, with mutations of the fuzzers' seeds.
-#include "fuzz/Mutations.h"
+#include "fuzz/MutationTest.h"
 #include "fuzz/ProcessFeeds.h"
 #include "fuzz/TreeFeeds.h"
 
-#include <gtest/gtest.h>
-
 namespace {
-
-constexpr int kRounds = 20000;
-
-void mutate(const char *corpus, void (*feed)(std::string_view))
-{
-    const auto seeds = fuzz::seedsIn(std::filesystem::path(VELTRA_FUZZ_CORPUS) / corpus);
-    ASSERT_FALSE(seeds.empty());
-    EXPECT_NO_THROW(fuzz::feedMutations(seeds, kRounds, feed));
-}
 
 TEST(KernelMutation, processStat)
 {
