@@ -31,6 +31,14 @@ bool isWine();
 
 bool isEmptyFolder(const Path &path);
 std::uint64_t residentBytes(); // the memory of this process right now
+
+// The sanitizers keep freed memory for a while, up to hundreds of MB, so that late uses of it show.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+inline constexpr bool kFreedMemoryGoes = false;
+#else
+inline constexpr bool kFreedMemoryGoes = true;
+#endif
+
 std::uint64_t freshNumber(); // another one in each process
 
 // A folder of its own below the temporary folder, which goes with all its contents.
