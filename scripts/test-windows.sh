@@ -96,7 +96,7 @@ clean_up() {
 ensure_packages $(packages_build) $(packages_windows) $(packages_wine) $(packages_display)
 configure_and_build windows
 
-start_display 1280x800
+start_display 2400x1500 # room for windows at twice their size
 start_compositor
 wine_environment
 trap clean_up EXIT

@@ -54,6 +54,8 @@ void useStockEffects(MainWindow &window)
 std::unique_ptr<MainWindow> openAt(int page)
 {
     auto window = std::make_unique<MainWindow>();
+    // Wherever the cursor happens to be, it brightens no card.
+    window->rootSurface->setAttribute(Qt::WA_TransparentForMouseEvents);
     window->show();
     window->onNavChanged(page);
     return window;
