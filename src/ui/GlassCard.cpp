@@ -1,6 +1,7 @@
 #include "ui/GlassCard.h"
 
 #include "ui/CachedShadow.h"
+#include "ui/Glow.h"
 
 #include <QPainter>
 #include <QVariantAnimation>
@@ -19,9 +20,13 @@ constexpr int kHoverShadowAlpha = 70; // added to the resting alpha at full hove
 constexpr QPointF kShadowOffset(0, 4);
 constexpr qreal kCornerRadius = 18.0;
 
-QColor shadowColor(double progress)
+QColor shadowColor()
 {
-    return {72, 140, 255, static_cast<int>(kRestShadowAlpha + kHoverShadowAlpha * progress)};
+    return {72, 140, 255};
+}
+int shadowAlpha(double progress)
+{
+    return static_cast<int>(kRestShadowAlpha + kHoverShadowAlpha * progress);
 }
 QColor topColor(double progress)
 {
@@ -49,8 +54,7 @@ GlassCard::GlassCard(QWidget *parent)
     setAttribute(Qt::WA_MouseTracking);
 
     shadow->setOffset(kShadowOffset);
-    shadow->setBlurRadius(kRestBlur);
-    shadow->setColor(shadowColor(0));
+    setGlow(shadow, shadowColor(), kRestBlur, shadowAlpha(0));
     setGraphicsEffect(shadow);
 
     animation->setDuration(static_cast<int>(kHoverDuration.count()));
@@ -62,9 +66,11 @@ GlassCard::GlassCard(QWidget *parent)
 
 void GlassCard::setHoverProgress(double progress)
 {
-    shadow->setBlurRadius(kRestBlur + (kHoverBlur - kRestBlur) * std::clamp(progress, 0.0, 1.0));
     hoverProgress = std::clamp(progress, 0.0, 1.0);
-    shadow->setColor(shadowColor(hoverProgress));
+    setGlow(shadow,
+            shadowColor(),
+            kRestBlur + (kHoverBlur - kRestBlur) * hoverProgress,
+            shadowAlpha(hoverProgress));
     update();
 }
 

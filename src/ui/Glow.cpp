@@ -2,10 +2,10 @@
 
 #include "ui/CachedShadow.h"
 #include "ui/GlassCard.h"
+#include "ui/SteadyLayout.h"
 
 #include <QLabel>
 #include <QSlider>
-#include <QVBoxLayout>
 #include <QVariantAnimation>
 #include <algorithm>
 #include <chrono>
@@ -27,6 +27,49 @@ constexpr qreal kPressBlur = 22;
 constexpr int kPressAlpha = 145;
 constexpr double kTurn = 6.28318; // radians
 
+// An effect whose reach changes asks its widget's whole parent for a repaint: a page, for a button. While this exists the
+// parent does not listen; afterwards it repaints what the effect reached before or reaches now.
+class ReachChange
+{
+public:
+    explicit ReachChange(const QGraphicsEffect &ownEffect)
+        : effect(ownEffect)
+        , widget(qobject_cast<QWidget *>(effect.parent()))
+        , parent(widget != nullptr ? widget->parentWidget() : nullptr)
+    {
+        isListening = parent != nullptr && parent->updatesEnabled();
+        if (isListening) {
+            before = reach();
+            parent->setAttribute(Qt::WA_UpdatesDisabled, true);
+        }
+    }
+
+    ~ReachChange()
+    {
+        if (isListening) {
+            parent->setAttribute(Qt::WA_UpdatesDisabled, false);
+            parent->update(before | reach());
+        }
+    }
+
+    ReachChange(const ReachChange &) = delete;
+    ReachChange &operator=(const ReachChange &) = delete;
+    ReachChange(ReachChange &&) = delete;
+    ReachChange &operator=(ReachChange &&) = delete;
+
+private:
+    QRect reach() const // in the parent
+    {
+        return effect.boundingRectFor(QRectF(widget->geometry())).toAlignedRect();
+    }
+
+    const QGraphicsEffect &effect;
+    QWidget *widget;
+    QWidget *parent;
+    QRect before;
+    bool isListening = false;
+};
+
 void setPulse(QGraphicsDropShadowEffect *glow, const QColor &color, double value)
 {
     const int alpha = static_cast<int>(120 + 70 * std::sin(value * kTurn));
@@ -43,7 +86,7 @@ QColor standardGlowColor()
 GlassCard *createGlassCard(QWidget *parent, const QString &title)
 {
     auto *card = new GlassCard(parent);
-    auto *layout = new QVBoxLayout(card);
+    auto *layout = new SteadyLayout(card);
     layout->setContentsMargins(kCardMarginX, kCardMarginY, kCardMarginX, kCardMarginY);
     layout->setSpacing(kCardSpacing);
 
@@ -73,6 +116,7 @@ void applyGlow(QWidget *widget, const QColor &color, int radius)
 void setGlow(QGraphicsDropShadowEffect *glow, QColor color, qreal blur, int alpha)
 {
     color.setAlpha(alpha);
+    const ReachChange change(*glow);
     glow->setBlurRadius(blur);
     glow->setColor(color);
 }

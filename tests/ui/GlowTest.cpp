@@ -162,6 +162,50 @@ private slots:
         delete slider;
         QCoreApplication::processEvents();
     }
+
+    // A page with hundreds of other things is not painted because a button's glow grows.
+    void changedGlowsRepaintWhatTheyReach()
+    {
+        class Page : public QWidget
+        {
+        public:
+            QRegion painted;
+
+        protected:
+            void paintEvent(QPaintEvent *event) override { painted += event->region(); }
+        };
+        Page page;
+        page.resize(400, 300);
+        auto *button = new QPushButton(&page);
+        button->setGeometry(100, 100, 80, 30);
+        applyGlow(button, standardGlowColor(), 10);
+        page.show();
+        QTRY_VERIFY(page.painted.contains(page.rect().center()));
+        QCoreApplication::processEvents();
+        for (const qreal blur : {24.0, 8.0}) {
+            page.painted = QRegion();
+            setGlow(shadowOf(*button), Qt::red, blur, 90);
+            QTRY_VERIFY(!page.painted.isEmpty());
+            const QRect reached = button->geometry().adjusted(-24, -24, 24, 24);
+            QCOMPARE(page.painted.boundingRect(),
+                     reached); // grown, and where it was before it shrank
+            QVERIFY(page.updatesEnabled());
+        }
+    }
+
+    void glowsOfWindowsAndHiddenWidgetsChangeToo()
+    {
+        QWidget window;
+        applyGlow(&window, standardGlowColor(), 10);
+        setGlow(shadowOf(window), Qt::red, 20, 90);
+        QCOMPARE(shadowOf(window)->blurRadius(), 20.0);
+        auto *child = new QWidget(&window);
+        window.setUpdatesEnabled(false);
+        applyGlow(child, standardGlowColor(), 10);
+        setGlow(shadowOf(*child), Qt::red, 30, 90);
+        QCOMPARE(shadowOf(*child)->blurRadius(), 30.0);
+        QVERIFY(!window.updatesEnabled()); // as it was
+    }
 };
 
 QTEST_MAIN(GlowTest)
