@@ -298,8 +298,8 @@ void MainWindow::tickParticles()
     if (property("perfMode").toInt() == 0 || particleCanvas == nullptr || isMinimized()) {
         return;
     }
-    if (rootSurface != nullptr) {
-        particleCanvas->setGeometry(0, 0, rootSurface->width(), rootSurface->height());
+    if (rootSurface != nullptr && particleCanvas->geometry() != rootSurface->rect()) {
+        particleCanvas->setGeometry(rootSurface->rect());
     }
     particleCanvas->advance();
     particleCanvas->updateDots();

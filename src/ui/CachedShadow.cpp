@@ -69,10 +69,7 @@ QRegion CachedShadow::refreshShadow(const KeptPicture::Change &change)
         ++blurred;
         return shadow.image().rect();
     }
-    QRegion made;
-    for (const QRect &part : change.alphas) {
-        made += shadow.refresh(source.image(), part);
-    }
+    const QRegion made = shadow.refresh(source.image(), change.alphas);
     blurred += made.isEmpty() ? 0 : 1;
     return made;
 }

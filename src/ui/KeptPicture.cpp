@@ -1,5 +1,7 @@
 #include "ui/KeptPicture.h"
 
+#include "ui/FewRectangles.h"
+
 #include <QBackingStore>
 #include <QCoreApplication>
 #include <QEvent>
@@ -12,8 +14,6 @@
 #include <utility>
 
 namespace {
-
-constexpr int kFewRectangles = 6; // more are rendered as one, around them
 
 // The drawing that is going on, through all effects within effects.
 bool armingNow = false; // nothing is to be painted
@@ -211,16 +211,20 @@ void KeptPicture::renderNewlyVisible(Change &change)
 
 void KeptPicture::renderParts(const QRegion &parts, Change &change)
 {
-    const QRegion few = parts.rectCount() <= kFewRectangles ? parts : QRegion(parts.boundingRect());
+    const QList<QRect> few = fewRectangles(parts & picture.image().rect());
+    QRegion all;
+    for (const QRect &part : few) {
+        all += part;
+    }
     QRegion spilled;
     for (const QRect &part : few) {
-        const Nesting nesting(picture.image(), &few, &spilled);
+        const Nesting nesting(picture.image(), &all, &spilled);
         change.alphas += picture.renderPart(widget(), part);
         pixels += static_cast<qint64>(part.width()) * part.height();
     }
     ++rendered;
-    for (const QRect &part : spilled - few) {
-        const Nesting nesting(picture.image(), &few, nullptr);
+    for (const QRect &part : fewRectangles(spilled - all)) {
+        const Nesting nesting(picture.image(), &all, nullptr);
         change.alphas += picture.renderPart(widget(), part);
         pixels += static_cast<qint64>(part.width()) * part.height();
     }

@@ -1,6 +1,7 @@
 #include "ui/ShadowPicture.h"
 
 #include "ui/AlphaPlane.h"
+#include "ui/FewRectangles.h"
 
 #include <QPainter>
 #include <QtWidgets/qtwidgetsglobal.h>
@@ -59,7 +60,22 @@ void ShadowPicture::make(const QImage &source, const ShadowRecipe &recipe)
     shadow = blurred(source, QRect(QPoint(), source.size()));
 }
 
-QRect ShadowPicture::refresh(const QImage &source, const QRect &changed)
+// What is close together is made together: around each part, as much again has to be blurred and is thrown away.
+QRegion ShadowPicture::refresh(const QImage &source, const QRegion &changed)
+{
+    const int margin = 2 * (reachOf(made.blurRadius) + 1);
+    QList<QRect> needed;
+    for (const QRect &part : changed) {
+        needed.append(grown(part, margin));
+    }
+    QRegion refreshed;
+    for (const QRect &part : fewRectangles(needed)) {
+        refreshed += refreshPart(source, grown(part, -margin));
+    }
+    return refreshed;
+}
+
+QRect ShadowPicture::refreshPart(const QImage &source, const QRect &changed)
 {
     const QRect whole(QPoint(), source.size());
     const QPoint moved = (made.offset * source.devicePixelRatio()).toPoint();

@@ -4,6 +4,7 @@
 #include <QColor>
 #include <QImage>
 #include <QPointF>
+#include <QRegion>
 
 struct ShadowRecipe // everything that a shadow's picture depends on besides its source
 {
@@ -28,10 +29,11 @@ public:
     void make(const QImage &source, const ShadowRecipe &recipe);
 
     // After make(): `changed` (device pixels of the source, of which the size stayed) has other alphas than before. Returns
-    // the part of the shadow that was made anew.
-    QRect refresh(const QImage &source, const QRect &changed);
+    // what was made anew of the shadow.
+    QRegion refresh(const QImage &source, const QRegion &changed);
 
 private:
+    QRect refreshPart(const QImage &source, const QRect &changed);
     QImage shifted(const QImage &source, const QRect &part) const;
     QImage blurred(const QImage &source, const QRect &part) const;
     QImage blurredPlane(const QImage &source,

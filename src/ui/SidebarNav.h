@@ -1,6 +1,7 @@
 // The strip at the window's left: a badge and one button per page.
 #pragma once
 
+#include "ui/SidebarBackdrop.h"
 #include "ui/SurfaceFrame.h"
 
 #include <QColor>
@@ -59,11 +60,10 @@ private:
     void setupAnimations();
     void setWidthLimits(int width);
 
-    void paintBackground(QPainter &painter, const QRectF &area) const;
-    void paintGrid(QPainter &painter) const;
     void paintSpotlight(QPainter &painter) const;
     void paintIndicator(QPainter &painter) const;
 
+    SidebarBackdrop backdrop;
     QList<NavButton *> buttons;
     QList<int> indexes; // page of the button at the same position
     QWidget *itemsContainer = nullptr;
