@@ -2,9 +2,10 @@
 
 #include "CpuClock.h"
 #include "app/MainWindow.h"
+#include "ui/AnimatedNav.h"
+#include "ui/NavButton.h"
 #include "ui/ParticleCanvas.h"
 
-#include <QEnterEvent>
 #include <QGraphicsDropShadowEffect>
 #include <QLabel>
 #include <QMouseEvent>
@@ -14,6 +15,7 @@
 #include <QSlider>
 #include <QStackedWidget>
 #include <QTimer>
+#include <QWindow>
 
 namespace {
 
@@ -68,24 +70,23 @@ void openPage(MainWindow &window, int page, bool withStockShadows)
     }
 }
 
-void hover(QWidget &widget, bool enters)
+// As the window system would report it.
+void sendMouse(QWidget &window, QEvent::Type type, const QPointF &place, Qt::MouseButtons held)
 {
-    if (enters) {
-        const QPointF middle = QRectF(widget.rect()).center();
-        QEnterEvent event(middle, middle, widget.mapToGlobal(middle));
-        QCoreApplication::sendEvent(&widget, &event);
-    } else {
-        QEvent event(QEvent::Leave);
-        QCoreApplication::sendEvent(&widget, &event);
-    }
+    const auto changed = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, place, window.mapToGlobal(place), changed, held, Qt::NoModifier);
+    QCoreApplication::sendEvent(window.windowHandle(), &event);
 }
 
-void sendMouse(QWidget &widget, QEvent::Type type, const QPointF &place)
+void moveTo(QWidget &window, const QWidget &target)
 {
-    const auto buttons = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
-    const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-    QMouseEvent event(type, place, widget.mapToGlobal(place), button, buttons, Qt::NoModifier);
-    QCoreApplication::sendEvent(&widget, &event);
+    const QPointF place = target.mapTo(&window, QRectF(target.rect()).center());
+    sendMouse(window, QEvent::MouseMove, place, Qt::NoButton);
+}
+
+void append(FrameCosts &all, const FrameCosts &costs)
+{
+    all.frames.insert(all.frames.end(), costs.frames.begin(), costs.frames.end());
 }
 
 double measureLogLines(FrameMeter &meter)
@@ -99,7 +100,7 @@ double measureLogLines(FrameMeter &meter)
         .quantile(kPercentile);
 }
 
-// Every button of every page that shows, entered and left again, with the animations that follow.
+// The cursor goes from button to button, over the cards that they stand on, with the animations that follow.
 double measureHover(FrameMeter &meter)
 {
     FrameCosts all;
@@ -111,35 +112,75 @@ double measureHover(FrameMeter &meter)
         std::copy_if(buttons.begin(), buttons.end(), std::back_inserter(targets), [](QWidget *w) {
             return w->isVisible();
         });
-        const FrameCosts costs =
-            meter.measureFor(window, 2 * static_cast<int>(targets.size()), 150ms, [&](int i) {
-                hover(*targets.at(i / 2), i % 2 == 0);
-            });
-        all.frames.insert(all.frames.end(), costs.frames.begin(), costs.frames.end());
+        append(all, meter.measureFor(window, static_cast<int>(targets.size()), 250ms, [&](int i) {
+            moveTo(window, *targets.at(i));
+        }));
     }
     return all.quantile(kPercentile);
 }
 
-double measureSliders(FrameMeter &meter)
+// Unfolds under the cursor, and folds when it has gone.
+double measureSidebar(FrameMeter &meter)
 {
-    constexpr int kSteps = 30;
+    MainWindow window;
+    openPage(window, MainWindow::DashboardPage, false);
+    return meter
+        .measureFor(window,
+                    16,
+                    500ms,
+                    [&window](int i) {
+                        const QWidget *target = window.pageStack;
+                        if (i % 2 == 0) {
+                            target = window.sidebar->items().at(i / 2);
+                        }
+                        moveTo(window, *target);
+                    })
+        .quantile(kPercentile);
+}
+
+// Held at its handle, from one end to the other.
+FrameCosts measureSlider(FrameMeter &meter, MainWindow &window, QSlider &slider)
+{
+    constexpr int kSteps = 60;
+    constexpr double kHandle = 16; // px
+    slider.setValue(slider.minimum());
+    const QPointF origin = slider.mapTo(&window, QPointF(kHandle / 2, slider.height() / 2.0));
+    const auto placeOf = [&](int step) {
+        return origin + QPointF((slider.width() - kHandle) * step / kSteps, 0);
+    };
+    sendMouse(window, QEvent::MouseButtonPress, placeOf(0), Qt::LeftButton);
+    const FrameCosts costs = meter.measureFor(window, kSteps, 16ms, [&](int i) {
+        sendMouse(window, QEvent::MouseMove, placeOf(i + 1), Qt::LeftButton);
+    });
+    sendMouse(window, QEvent::MouseButtonRelease, placeOf(kSteps), Qt::NoButton);
+    return costs;
+}
+
+double measureSliders(FrameMeter &meter,
+                      const std::function<QList<QSlider *>(const MainWindow &)> &which)
+{
     MainWindow window;
     openPage(window, MainWindow::SettingsPage, false);
-    const QList<QSlider *> sliders{
-        window.settings.hue, window.settings.density, window.settings.offsetX};
     FrameCosts all;
-    for (QSlider *slider : sliders) {
-        const auto placeOf = [slider](int step) {
-            return QPointF(5 + (slider->width() - 10.0) * step / kSteps, slider->height() / 2.0);
-        };
-        sendMouse(*slider, QEvent::MouseButtonPress, placeOf(0));
-        const FrameCosts costs = meter.measureFor(window, kSteps, 20ms, [&](int i) {
-            sendMouse(*slider, QEvent::MouseMove, placeOf(i));
-        });
-        sendMouse(*slider, QEvent::MouseButtonRelease, placeOf(kSteps));
-        all.frames.insert(all.frames.end(), costs.frames.begin(), costs.frames.end());
+    for (QSlider *slider : which(window)) {
+        append(all, measureSlider(meter, window, *slider));
     }
     return all.quantile(kPercentile);
+}
+
+double measurePlainSliders(FrameMeter &meter)
+{
+    return measureSliders(meter, [](const MainWindow &window) {
+        return QList<QSlider *>{
+            window.settings.density, window.settings.speed, window.settings.offsetX};
+    });
+}
+
+double measureAccentSliders(FrameMeter &meter)
+{
+    return measureSliders(meter, [](const MainWindow &window) {
+        return QList<QSlider *>{window.settings.hue, window.settings.brightness};
+    });
 }
 
 double measurePageSwitches(FrameMeter &meter)
@@ -207,6 +248,8 @@ QJsonObject measureActions(FrameMeter &meter)
 {
     return {{"log line", measureLogLines(meter)},
             {"hover", measureHover(meter)},
-            {"slider", measureSliders(meter)},
+            {"sidebar", measureSidebar(meter)},
+            {"slider", measurePlainSliders(meter)},
+            {"accent slider", measureAccentSliders(meter)},
             {"page switch", measurePageSwitches(meter)}};
 }

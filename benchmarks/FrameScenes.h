@@ -21,5 +21,5 @@ PageCosts measurePage(FrameMeter &meter, int page, bool withStockShadows);
 // The statistics tick on the Dashboard, its frame included.
 double measureTick(FrameMeter &meter, bool withStockShadows);
 
-// 95th percentiles of "log line", "hover", "slider" and "page switch".
+// 95th percentiles of "log line", "hover", "sidebar", "slider", "accent slider" and "page switch".
 QJsonObject measureActions(FrameMeter &meter);
