@@ -1,12 +1,11 @@
 #include "ui/DrawPicture.h"
 
-#include "ui/PremultipliedColor.h"
+#include "ui/BlendPixels.h"
 
 #include <QImage>
 #include <QPaintEngine>
 #include <QPainter>
 #include <QRegion>
-#include <algorithm>
 #include <optional>
 
 namespace {
@@ -48,7 +47,7 @@ void blendRectangle(QImage &target, const QRect &rect, const QPoint &place, cons
         auto *to = reinterpret_cast<QRgb *>(target.scanLine(y)) + rect.left();
         const auto *from = reinterpret_cast<const QRgb *>(picture.constScanLine(y - place.y()))
             + rect.left() - place.x();
-        std::transform(from, from + rect.width(), to, to, blended);
+        blendPixels(from, to, rect.width());
     }
 }
 

@@ -1,6 +1,6 @@
 #include "ui/SidebarBackdrop.h"
 
-#include "ui/PremultipliedColor.h"
+#include "ui/BlendPixels.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -92,8 +92,7 @@ void blendRows(QImage &image, const QImage &line, int from, int to)
     const auto *source = reinterpret_cast<const QRgb *>(line.constScanLine(0));
     const int count = std::min(line.width(), image.width());
     for (int y = from; y < to; ++y) {
-        auto *target = reinterpret_cast<QRgb *>(image.scanLine(y));
-        std::transform(source, source + count, target, target, blended);
+        blendPixels(source, reinterpret_cast<QRgb *>(image.scanLine(y)), count);
     }
 }
 
