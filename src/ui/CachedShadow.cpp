@@ -69,7 +69,7 @@ QRegion CachedShadow::refreshShadow(const KeptPicture::Change &change)
         ++blurred;
         return shadow.image().rect();
     }
-    const QRegion made = shadow.refresh(source.image(), change.alphas);
+    QRegion made = shadow.refresh(source.image(), change.alphas);
     blurred += made.isEmpty() ? 0 : 1;
     return made;
 }

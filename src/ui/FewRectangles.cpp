@@ -1,6 +1,7 @@
 #include "ui/FewRectangles.h"
 
 #include <QRegion>
+#include <algorithm>
 #include <functional>
 #include <limits>
 #include <numeric>
@@ -24,15 +25,22 @@ struct Pair
         std::numeric_limits<qint64>::max(); // px of the rectangle around both that are in neither
 };
 
+bool isCloser(const Pair &one, const Pair &other)
+{
+    return one.waste < other.waste;
+}
+
+qint64 wasteOf(const QRect &one, const QRect &other)
+{
+    return areaOf(one | other) - areaOf(one) - areaOf(other);
+}
+
 Pair closestPair(const QList<QRect> &rects)
 {
     Pair best;
-    for (qsizetype i = 0; i < rects.size(); ++i) {
-        for (qsizetype j = i + 1; j < rects.size(); ++j) {
-            const qint64 waste = areaOf(rects[i] | rects[j]) - areaOf(rects[i]) - areaOf(rects[j]);
-            if (waste < best.waste) {
-                best = {i, j, waste};
-            }
+    for (qsizetype i = 1; i < rects.size(); ++i) {
+        for (qsizetype j = 0; j < i; ++j) {
+            best = std::min(best, Pair{j, i, wasteOf(rects[i], rects[j])}, isCloser);
         }
     }
     return best;

@@ -36,8 +36,8 @@ public:
         : effect(ownEffect)
         , widget(qobject_cast<QWidget *>(effect.parent()))
         , parent(widget != nullptr ? widget->parentWidget() : nullptr)
+        , isListening(parent != nullptr && parent->updatesEnabled())
     {
-        isListening = parent != nullptr && parent->updatesEnabled();
         if (isListening) {
             before = reach();
             parent->setAttribute(Qt::WA_UpdatesDisabled, true);
@@ -66,8 +66,8 @@ private:
     const QGraphicsEffect &effect;
     QWidget *widget;
     QWidget *parent;
+    bool isListening;
     QRect before;
-    bool isListening = false;
 };
 
 void setPulse(QGraphicsDropShadowEffect *glow, const QColor &color, double value)
