@@ -254,6 +254,30 @@ private slots:
         QCOMPARE(renders(), before);
     }
 
+    // A second's new time is rendered alone: neither it, nor the layout and the dots that follow, take the other cards along.
+    void secondsAreCheap()
+    {
+        showAtRest(MainWindow::DashboardPage);
+        window->dashboard.time->setText(QStringLiteral("11:11:10 AM"));
+        QCoreApplication::processEvents();
+        window->tickParticles();
+        QCoreApplication::processEvents();
+        const auto *shadow = static_cast<CachedShadow *>(window->windowSurface->graphicsEffect());
+        const qint64 before = shadow->renderedPixels();
+        constexpr int kSeconds = 9;
+        for (int second = 0; second < kSeconds; ++second) {
+            window->dashboard.time->setText(QStringLiteral("11:11:1%1 AM").arg(second % 2 + 1));
+            QCoreApplication::processEvents();
+            window->tickParticles();
+            QCoreApplication::processEvents();
+        }
+        const qint64 perSecond = (shadow->renderedPixels() - before) / kSeconds;
+        QVERIFY(perSecond > 0);
+        const QSize whole = window->windowSurface->size();
+        QVERIFY2(perSecond < whole.width() * whole.height() / 10,
+                 qPrintable(QString::number(perSecond)));
+    }
+
     void nothingIsPaintedAtRest()
     {
         showAtRest(MainWindow::SettingsPage);
