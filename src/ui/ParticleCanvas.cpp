@@ -77,6 +77,10 @@ void ParticleCanvas::updateDots()
         update(QRect(0, 0, 1, 1)); // nothing moves
         return;
     }
+    if (!isVisible()) {
+        coveredByDots = rect(); // wherever they are when it is shown again
+        return;
+    }
     constexpr double kSoftRim = 1; // px
     TileRegion covered(size());
     for (const Particle &dot : particles) {
