@@ -72,6 +72,13 @@ QStringList expectedCalls(int firstRun)
     return calls;
 }
 
+// Too much output is the end of it, well before the time limit of 2.5 s; but Wine's pipes may be too slow to get there.
+#ifdef VELTRA_ON_WINDOWS
+constexpr qint64 kEndlessIsOver = 4000; // ms
+#else
+constexpr qint64 kEndlessIsOver = 2500; // ms
+#endif
+
 } // namespace
 
 class PowerShellTest : public QObject
@@ -262,7 +269,7 @@ private slots:
         QElapsedTimer time;
         time.start();
         QVERIFY(page->runPowerShell(text("endless")).isNull());
-        QVERIFY2(time.elapsed() < 2500, qPrintable(QString::number(time.elapsed())));
+        QVERIFY2(time.elapsed() < kEndlessIsOver, qPrintable(QString::number(time.elapsed())));
         QVERIFY(!shell->calls().contains(text("16 ends")));
     }
 
