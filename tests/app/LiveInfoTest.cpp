@@ -44,11 +44,11 @@ private slots:
     {
         QVERIFY(QFile::exists(WebAnswers::helperFile()));
         const WebAnswers none;
+        QElapsedTimer time; // the window's timer starts while it is built, which may take its time
+        time.start();
         window = createWindow();
         window->show();
         window->dashboard.location->setText(latin("not yet asked"));
-        QElapsedTimer time;
-        time.start();
         QTRY_COMPARE(window->dashboard.location->text(), kResolvingPlace);
         QVERIFY(time.elapsed() > 1000);
         QTRY_VERIFY(processes().isEmpty()); // what did not start is gone, too
