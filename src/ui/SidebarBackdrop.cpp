@@ -14,7 +14,7 @@ constexpr double kClipRadius = 11;
 constexpr int kGridStep = 20;
 constexpr int kGridStart = 6;
 constexpr double kGridInset =
-    3.5; // of the lines' ends; they are as wide as long beyond the last point
+    3.5; // 4 px, of which a pen of 1 px with a square cap covers half a pixel
 constexpr double kCorner = 14; // above the straight part of the inside's edge, and below it
 
 QColor panelTopColor()

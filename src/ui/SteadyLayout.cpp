@@ -21,8 +21,10 @@ void SteadyLayout::setGeometry(const QRect &rect)
 
 SteadyLayout::Room SteadyLayout::roomFor(const QLayoutItem &item)
 {
-    return {item.isEmpty(),
+    return {&item,
+            item.isEmpty(),
             item.alignment(),
+            item.expandingDirections(),
             item.sizeHint(),
             item.minimumSize(),
             item.maximumSize(),
@@ -41,15 +43,26 @@ void SteadyLayout::appendRooms(const QLayout &layout, QList<Room> &rooms)
 }
 
 // What the places of the items depend on besides the items.
+void SteadyLayout::appendSettings(const QLayout &layout, QList<int> &values)
+{
+    const QMargins margins = layout.contentsMargins();
+    values << margins.left() << margins.top() << margins.right() << margins.bottom()
+           << layout.spacing();
+    const auto *box = qobject_cast<const QBoxLayout *>(&layout);
+    for (int i = 0; i < layout.count(); ++i) {
+        values << (box != nullptr ? box->stretch(i) : 0);
+        if (const QLayout *inner = layout.itemAt(i)->layout()) {
+            appendSettings(*inner, values);
+        }
+    }
+}
+
 QList<int> SteadyLayout::settings() const
 {
-    const QMargins margins = contentsMargins();
-    QList<int> values{margins.left(), margins.top(), margins.right(), margins.bottom(), spacing()};
+    QList<int> values;
+    appendSettings(*this, values);
     if (const QWidget *widget = parentWidget()) {
-        values.append(widget->layoutDirection());
-    }
-    for (int i = 0; i < count(); ++i) {
-        values.append(stretch(i));
+        values << widget->layoutDirection();
     }
     return values;
 }

@@ -6,7 +6,8 @@
 
 // Every new text of a label invalidates its layout, and with that the layouts of all widgets around it, which place everything
 // where it already was. That alone makes the toolkit throw away what is kept of the pictures of the widgets with graphics
-// effects on the way. Here a text that takes as much room as the one before goes unnoticed. GUI thread.
+// effects on the way. Here a text that takes as much room as the one before goes unnoticed. The stretch factors of a grid inside
+// are to be set before it is shown. GUI thread.
 class SteadyLayout : public QVBoxLayout
 {
     Q_OBJECT
@@ -20,8 +21,10 @@ public:
 private:
     struct Room
     {
+        const QLayoutItem *item = nullptr; // only compared
         bool isEmpty = true;
         Qt::Alignment alignment;
+        Qt::Orientations expanding;
         QSize hint;
         QSize smallest;
         QSize largest;
@@ -32,6 +35,7 @@ private:
 
     static Room roomFor(const QLayoutItem &item);
     static void appendRooms(const QLayout &layout, QList<Room> &rooms);
+    static void appendSettings(const QLayout &layout, QList<int> &values);
     QList<int> settings() const;
     bool isAsLaidOut() const;
 

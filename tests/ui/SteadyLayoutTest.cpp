@@ -126,6 +126,35 @@ private slots:
         QTRY_COMPARE(below->y(), before);
     }
 
+    void replacedOnesAreGivenTheirPlace()
+    {
+        auto *other = new QLabel(figure->text(), card);
+        const QRect place = figure->geometry();
+        delete column->replaceWidget(figure, other);
+        delete figure;
+        figure = other;
+        other->show();
+        QTRY_COMPARE(other->geometry(), place);
+    }
+
+    void itemsMayBeginToExpand()
+    {
+        const int before = figure->height();
+        column->setStretch(column->count() - 1, 0);
+        figure->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+        QTRY_VERIFY(figure->height() > before);
+    }
+
+    void rowsMayStretchOtherwise()
+    {
+        row->addWidget(new QLabel(QStringLiteral("22"), card));
+        QTRY_VERIFY(row->itemAt(1)->geometry().width() > 0);
+        QCoreApplication::processEvents();
+        row->setStretch(0, 5);
+        row->setStretch(1, 1);
+        QTRY_VERIFY(inRow->width() > 3 * row->itemAt(1)->geometry().width());
+    }
+
     void removedOnesMakeRoom()
     {
         const int before = below->y();
