@@ -43,7 +43,7 @@ sign() {
     bash -c "$VELTRA_SIGN_COMMAND \"\$1\"" sign "$1" || die "$(basename "$1") could not be signed"
 }
 
-# The installer's list: every file by name, for the way in and for the way out.
+# The installer's list: every file by name, for the way in, for the way out, and for what must not be there before.
 installer_list() {
     local folder file
     cd "$stage"
@@ -58,6 +58,9 @@ installer_list() {
     echo '!macro RemoveFiles'
     find . -type f -printf '%P\n' | LC_ALL=C sort | sed 's|/|\\|g; s|.*|    Delete "$INSTDIR\\&"|'
     find . -mindepth 1 -type d -printf '%P\n' | LC_ALL=C sort -r | sed 's|/|\\|g; s|.*|    RMDir "$INSTDIR\\&"|'
+    echo '!macroend'
+    echo '!macro GotoIfAnyExists LABEL'
+    find . -type f -printf '%P\n' | LC_ALL=C sort | sed 's|/|\\|g; s|.*|    IfFileExists "$INSTDIR\\&" ${LABEL}|'
     echo '!macroend'
     echo "!define INSTALLED_KIB $(du -sk --apparent-size . | cut -f1)"
 }

@@ -13,6 +13,7 @@ name=VeltraOptimizer-$veltra_version-windows-x64
 stage=$veltra_root/build/package/windows/$name
 installer=$veltra_packages/$name-setup.exe
 archive=$veltra_packages/$name-portable.zip
+uninstaller=UninstallVeltra.exe
 pictures=$veltra_packages/screenshots/windows
 key='HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\VeltraOptimizer'
 
@@ -35,7 +36,7 @@ archive_is_the_stage() {
 }
 
 install_silently() { timeout 120 wine "$installer" /S; }
-files_are_installed() { [ "$(diff -rq "$stage" "$folder")" = "Only in $folder: Uninstall.exe" ]; }
+files_are_installed() { [ "$(diff -rq "$stage" "$folder")" = "Only in $folder: $uninstaller" ]; }
 registry_value() { timeout 30 wine reg query "$key" /v "$1" 2>/dev/null | tr -d '\r' | sed -n 's/.*REG_[A-Z]* *//p'; }
 apps_entry_is_right() {
     [ "$(registry_value DisplayVersion)" = "$veltra_version" ] && [ "$(registry_value Publisher)" = Veltra ] \
@@ -50,8 +51,23 @@ refuses_while_it_runs() {
     [ "$result" -eq 32 ] && files_are_installed
 }
 
+foreign_files_stay() {
+    local other=$WINEPREFIX/drive_c/foreign result=0
+    mkdir "$other"
+    echo 'of another program' >"$other/LICENSE.txt"
+    timeout 60 wine "$installer" /S '/D=C:\foreign' || result=$?
+    [ "$result" -eq 80 ] && [ "$(cat "$other/LICENSE.txt")" = 'of another program' ] && rm "$other/LICENSE.txt" \
+        && rmdir "$other" && files_are_installed
+}
+moves_to_another_folder() {
+    local before=$folder
+    timeout 120 wine "$installer" /S '/D=C:\moved' || return 1
+    folder="$WINEPREFIX/drive_c/moved"
+    [ ! -e "$before" ] && files_are_installed && apps_entry_is_right && menu_entry_is_there
+}
+
 # The uninstaller goes on as a copy of itself after the program that was called has ended.
-uninstall_silently() { timeout 120 wine "$folder/Uninstall.exe" /S; }
+uninstall_silently() { timeout 120 wine "$folder/$uninstaller" /S; }
 comes_down_to() { # comes_down_to NAME: within ten seconds the folder holds this and nothing else
     local tries left
     for ((tries = 0; tries < 100; ++tries)); do
@@ -95,7 +111,9 @@ scratch=$veltra_wine/scratch
 user=$(find "$WINEPREFIX/drive_c/users" -mindepth 1 -maxdepth 1 -type d ! -name Public | head -n 1)
 folder="$user/AppData/Local/Programs/Veltra Optimizer"
 menu="$user/AppData/Roaming/Microsoft/Windows/Start Menu/Programs"
-rm -rf "$scratch" "$pictures" "$folder"
+# What a run that failed may have left.
+rm -rf "$scratch" "$pictures" "$folder" "$menu/Veltra Optimizer.lnk" "$WINEPREFIX"/drive_c/{foreign,moved}
+timeout 30 wine reg delete "$key" /f >/dev/null 2>&1 || true
 mkdir -p "$scratch" "$pictures"
 list_of_files >"$scratch/before"
 
@@ -114,6 +132,8 @@ check "it leaves what it did not bring, and nothing else" comes_down_to 'notes o
 rm -rf "$folder"
 check "registry and Start menu are clean" registry_and_menu_are_clean
 check "a third installation" install_silently
+check "it does not install over files of somebody else" foreign_files_stay
+check "in another folder, it takes the earlier version away" moves_to_another_folder
 check "the uninstaller works again" uninstall_silently
 check "the folder is gone" is_gone
 check "registry and Start menu are clean again" registry_and_menu_are_clean

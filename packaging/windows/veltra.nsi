@@ -11,13 +11,14 @@ SetCompressor /SOLID lzma
 RequestExecutionLevel user
 
 !include MUI2.nsh
-!include "${FILES}" ; the macros InstallFiles and RemoveFiles, and INSTALLED_KIB
+!include "${FILES}" ; the macros InstallFiles, RemoveFiles and GotoIfAnyExists, and INSTALLED_KIB
 
 !define KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\VeltraOptimizer"
 !define PROGRAM "VeltraOptimizer.exe"
-!define UNINSTALLER "Uninstall.exe"
+!define UNINSTALLER "UninstallVeltra.exe"
 !define SHORTCUT "$SMPROGRAMS\Veltra Optimizer.lnk"
 !define ERROR_IN_USE 32
+!define ERROR_FILE_EXISTS 80
 
 Name "${PRODUCT}"
 OutFile "${OUTPUT}"
@@ -41,6 +42,7 @@ VIAddVersionKey "LegalCopyright" "Copyright (C) ${PUBLISHER}"
 !define MUI_ABORTWARNING
 !define MUI_FINISHPAGE_RUN "$INSTDIR\${PROGRAM}"
 !insertmacro MUI_PAGE_LICENSE "${STAGE}\LICENSE.txt"
+!define MUI_PAGE_CUSTOMFUNCTION_LEAVE CheckFolder
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !insertmacro MUI_PAGE_FINISH
@@ -48,26 +50,78 @@ VIAddVersionKey "LegalCopyright" "Copyright (C) ${PUBLISHER}"
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "English"
 
-; A program that runs cannot be replaced: nothing is begun that could only be done by half. Silently: error 32.
-!macro StopWhileRunning
-    ${If} ${FileExists} "$INSTDIR\${PROGRAM}"
+Var problem ; why nothing can be done here; empty when nothing speaks against it
+Var exitCode ; of the program in that case
+Var earlier ; the folder of an installed version; empty when there is none
+
+; A program that runs cannot be replaced: nothing is begun that could only be done by half.
+!macro FindRunning FOLDER
+    ${If} ${FileExists} "${FOLDER}\${PROGRAM}"
         ClearErrors
-        FileOpen $0 "$INSTDIR\${PROGRAM}" a
+        FileOpen $0 "${FOLDER}\${PROGRAM}" a
         ${If} ${Errors}
-            MessageBox MB_OK|MB_ICONSTOP "Please close ${PRODUCT} first." /SD IDOK
-            SetErrorLevel ${ERROR_IN_USE}
-            Quit
+            StrCpy $problem "Please close ${PRODUCT} first."
+            StrCpy $exitCode ${ERROR_IN_USE}
         ${EndIf}
         FileClose $0
     ${EndIf}
 !macroend
 
-Section
-    !insertmacro StopWhileRunning
-    ; What an earlier version brought is its own uninstaller's to remove; it waits there, instead of copying itself.
-    ${If} ${FileExists} "$INSTDIR\${UNINSTALLER}"
-        ExecWait '"$INSTDIR\${UNINSTALLER}" /S _?=$INSTDIR'
+; What an earlier version brought is its own uninstaller's to remove; it waits there, instead of copying itself.
+!macro RemoveEarlier FOLDER
+    ${If} ${FileExists} "${FOLDER}\${UNINSTALLER}"
+        ExecWait '"${FOLDER}\${UNINSTALLER}" /S _?=${FOLDER}' $exitCode
+        ${If} $exitCode <> 0
+            MessageBox MB_OK|MB_ICONSTOP "The version in ${FOLDER} could not be removed." /SD IDOK
+            SetErrorLevel $exitCode
+            Quit
+        ${EndIf}
+        Delete "${FOLDER}\${UNINSTALLER}"
+        RMDir "${FOLDER}"
     ${EndIf}
+!macroend
+
+Function FindProblem
+    StrCpy $problem ""
+    ReadRegStr $earlier HKCU "${KEY}" "InstallLocation"
+    ${If} $earlier != ""
+        !insertmacro FindRunning "$earlier"
+    ${EndIf}
+    !insertmacro FindRunning "$INSTDIR"
+    ${If} ${FileExists} "$INSTDIR\${UNINSTALLER}"
+        Return
+    ${EndIf}
+    ; Somebody else's files of the same names would be overwritten now, and removed some day.
+    !insertmacro GotoIfAnyExists foreign
+    Return
+    foreign:
+    StrCpy $problem "$INSTDIR holds files of the same names that are not from ${PRODUCT}. Please choose another folder."
+    StrCpy $exitCode ${ERROR_FILE_EXISTS}
+FunctionEnd
+
+Function CheckFolder
+    Call FindProblem
+    ${If} $problem != ""
+        MessageBox MB_OK|MB_ICONEXCLAMATION "$problem" /SD IDOK
+        Abort ; stays on the page
+    ${EndIf}
+FunctionEnd
+
+!macro StopAtProblem
+    ${If} $problem != ""
+        MessageBox MB_OK|MB_ICONSTOP "$problem" /SD IDOK
+        SetErrorLevel $exitCode
+        Quit
+    ${EndIf}
+!macroend
+
+Section
+    Call FindProblem
+    !insertmacro StopAtProblem
+    ${If} $earlier != ""
+        !insertmacro RemoveEarlier "$earlier"
+    ${EndIf}
+    !insertmacro RemoveEarlier "$INSTDIR"
     !insertmacro InstallFiles
     SetOutPath "$INSTDIR"
     WriteUninstaller "$INSTDIR\${UNINSTALLER}"
@@ -86,7 +140,9 @@ SectionEnd
 
 ; File by file, and folders only when they are empty: what somebody else put there stays.
 Section "Uninstall"
-    !insertmacro StopWhileRunning
+    StrCpy $problem ""
+    !insertmacro FindRunning "$INSTDIR"
+    !insertmacro StopAtProblem
     !insertmacro RemoveFiles
     Delete "$INSTDIR\${UNINSTALLER}"
     Delete "${SHORTCUT}"
