@@ -66,6 +66,14 @@ inline void feedAddressRanges(std::string_view text)
     require(platform::pci::largestPrefetchable(text) <= kLargest, "sizes are plausible");
 }
 
+inline void feedPciDevice(std::string_view text)
+{
+    constexpr unsigned kHighest = 0xFFFF;
+    const auto id = platform::pci::idIn(text);
+    require(!id || (id->vendor <= kHighest && id->device <= kHighest), "numbers have 16 bits");
+    requireShowable(platform::pci::modelIn(text));
+}
+
 inline void feedProcessorList(std::string_view text)
 {
     constexpr std::size_t kMost = 8192;

@@ -17,8 +17,7 @@ constexpr std::size_t kLongestIds = 8U << 20U;
 
 struct PciAddress
 {
-    unsigned vendor = 0;
-    unsigned device = 0;
+    pci::DeviceId id;
     std::string slot; // "0000:01:00.0"
 };
 
@@ -32,14 +31,8 @@ std::optional<PciAddress> pciAddress(const SystemTree &tree, const std::string &
 {
     for (const std::string &place : {folder, folder + "../"}) {
         const std::string uevent = ueventOf(tree, place);
-        const std::string id = property(uevent, "PCI_ID"); // "8086:9BC4"
-        const auto colon = std::min(id.find(':'), id.size());
-        const auto vendor = hexNumber(id.substr(0, colon));
-        const auto device = hexNumber(id.substr(std::min(colon + 1, id.size())));
-        if (vendor && device) {
-            return PciAddress{static_cast<unsigned>(*vendor),
-                              static_cast<unsigned>(*device),
-                              property(uevent, "PCI_SLOT_NAME")};
+        if (const auto id = pci::idIn(uevent)) {
+            return PciAddress{*id, property(uevent, "PCI_SLOT_NAME")};
         }
     }
     return std::nullopt;
@@ -93,11 +86,10 @@ std::string mainAdapter(const SystemTree &tree)
     return folders.empty() ? std::string() : folders.front();
 }
 
-std::string nameInLists(const SystemTree &tree, const PciAddress &address)
+std::string nameInLists(const SystemTree &tree, const pci::DeviceId &id)
 {
     for (const char *file : {"usr/share/hwdata/pci.ids", "usr/share/misc/pci.ids"}) {
-        std::string name =
-            pci::nameOf(tree.text(file, kLongestIds), address.vendor, address.device);
+        std::string name = pci::nameOf(tree.text(file, kLongestIds), id.vendor, id.device);
         if (!name.empty()) {
             return name;
         }
@@ -130,15 +122,13 @@ std::string makerOf(unsigned vendor)
 std::string pciName(const SystemTree &tree, const PciAddress &address)
 {
     constexpr std::size_t kLongestInformation = 4096;
-    const std::string information =
-        tree.text("proc/driver/nvidia/gpus/" + address.slot + "/information", kLongestInformation);
-    for (std::string_view rest = information; const auto line = takeLine(rest);) {
-        if (line->starts_with("Model:")) {
-            return cleanLine(line->substr(line->find(':') + 1));
-        }
+    std::string model = pci::modelIn(
+        tree.text("proc/driver/nvidia/gpus/" + address.slot + "/information", kLongestInformation));
+    if (!model.empty()) {
+        return model;
     }
-    std::string name = nameInLists(tree, address);
-    const std::string maker = makerOf(address.vendor);
+    std::string name = nameInLists(tree, address.id);
+    const std::string maker = makerOf(address.id.vendor);
     return name.empty() && !maker.empty() ? maker + " graphics adapter" : name;
 }
 

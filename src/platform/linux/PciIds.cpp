@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 
 namespace platform::pci {
 
@@ -58,6 +57,31 @@ std::array<unsigned long long, 3> numbersOf(std::string_view line)
 }
 
 } // namespace
+
+std::optional<DeviceId> idIn(std::string_view uevent)
+{
+    constexpr unsigned long long kHighest = 0xFFFF;
+    const std::string text = inventory::property(uevent, "PCI_ID");
+    const std::string_view id = text;
+    const auto colon = std::min(id.find(':'), id.size());
+    const auto vendor = hexNumber(id.substr(0, colon)).value_or(kHighest + 1);
+    const auto device = hexNumber(id.substr(std::min(colon + 1, id.size()))).value_or(kHighest + 1);
+    if (vendor > kHighest || device > kHighest) {
+        return std::nullopt;
+    }
+    return DeviceId{static_cast<unsigned>(vendor), static_cast<unsigned>(device)};
+}
+
+std::string modelIn(std::string_view information)
+{
+    constexpr std::string_view kKey = "Model:";
+    while (const auto line = takeLine(information)) {
+        if (line->starts_with(kKey)) {
+            return inventory::cleanLine(line->substr(kKey.size()));
+        }
+    }
+    return {};
+}
 
 std::string nameOf(std::string_view ids, unsigned vendor, unsigned device)
 {

@@ -24,6 +24,11 @@ TEST(InventoryMutation, pciIds)
     mutate("pci-ids", fuzz::feedPciIds);
 }
 
+TEST(InventoryMutation, pciDevice)
+{
+    mutate("pci-device", fuzz::feedPciDevice);
+}
+
 TEST(InventoryMutation, addressRanges)
 {
     mutate("address-ranges", fuzz::feedAddressRanges);

@@ -188,6 +188,35 @@ TEST(PciIds, names)
     EXPECT_EQ(pci::nameOf("8086  Intel", 0x8086, 1), ""); // cut
 }
 
+TEST(PciIds, whatTheKernelCallsADevice)
+{
+    const auto id = pci::idIn("DRIVER=i915\nPCI_CLASS=30000\nPCI_ID=8086:9BC4\n");
+    ASSERT_TRUE(id);
+    EXPECT_EQ(id->vendor, 0x8086U);
+    EXPECT_EQ(id->device, 0x9bc4U);
+    for (const char *text : {"",
+                             "PCI_ID=8086:9BC4",
+                             "PCI_ID=\n",
+                             "PCI_ID=8086\n",
+                             "PCI_ID=:9BC4\n",
+                             "PCI_ID=8086:\n",
+                             "PCI_ID=8086:9BC4:1\n",
+                             "PCI_ID=10000:1\n",
+                             "PCI_ID=1:10000\n",
+                             "PCI_ID=-1:1\n",
+                             "SUB_PCI_ID=8086:9BC4\n"}) {
+        EXPECT_FALSE(pci::idIn(text)) << text;
+    }
+}
+
+TEST(PciIds, modelOfAnAdapter)
+{
+    EXPECT_EQ(pci::modelIn("Model: \t GeForce RTX 2060\nIRQ: 1\n"), "GeForce RTX 2060");
+    EXPECT_EQ(pci::modelIn("IRQ: 1\nModel:\n"), "");
+    EXPECT_EQ(pci::modelIn("Model: cut"), "");
+    EXPECT_EQ(pci::modelIn(" Model: other\n"), "");
+}
+
 TEST(PciIds, addressRanges)
 {
     EXPECT_EQ(pci::largestPrefetchable("0x1000 0x1fff 0x2200\n0x100000 0x1fffff 0x42208\n"
