@@ -16,8 +16,8 @@ struct ProcessIdentity
 
 enum class EndOutcome {
     Ended, // or is about to: the system does it in its own time
-    Unavailable, // no such process, not the expected one, or no right to end it
-    Failed // the system refused to end this kind of process
+    Unavailable, // no such process, not the expected one, no right to end it, or protected by the system
+    Failed // the system did not do it
 };
 
 // Ends the process of that identifier, without asking it, if it is the one that the caller means: `isMeant` is asked with

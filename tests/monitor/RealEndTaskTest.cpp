@@ -103,6 +103,22 @@ private slots:
         QCOMPARE(bystander.state(), QProcess::Running);
     }
 
+#ifndef VELTRA_ON_WINDOWS
+    void protectedProcess()
+    {
+        ProcessWatcherWidget page(nullptr);
+        auto *table = page.findChild<QTableWidget *>();
+        QSignalSpy toasts(&page, &ProcessWatcherWidget::requestToast);
+        QTRY_VERIFY_WITH_TIMEOUT(rowOf(*table, 1) >= 0, kPatience);
+        table->selectRow(rowOf(*table, 1));
+        answerYes();
+        page.findChild<QPushButton *>()->click();
+        QCOMPARE(toasts.count(), 1);
+        QCOMPARE(toasts.at(0).at(1).toString(),
+                 QStringLiteral("Permission denied or process unavailable."));
+    }
+#endif
+
     void endedProcessIsGoneFromTheNextReading()
     {
         ProcessWatcherWidget page(nullptr);

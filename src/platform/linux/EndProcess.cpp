@@ -60,8 +60,8 @@ EndOutcome endProcess(std::uint32_t id, const std::function<bool(const ProcessId
     if (!isMeant({.name = name, .created = stat.startTicks})) {
         return EndOutcome::Unavailable;
     }
-    // The kernel would take the signal for these, and do nothing.
-    return id == kInit || stat.isKernelThread() ? EndOutcome::Failed : kill(process);
+    // Protected: the kernel would take the signal for these, and do nothing.
+    return id == kInit || stat.isKernelThread() ? EndOutcome::Unavailable : kill(process);
 }
 
 } // namespace platform

@@ -100,7 +100,9 @@ CleanedFolder emptyFolder(const std::filesystem::path &folder)
             cleanEntry(open.get(), entry, remover, result);
         }
     }
-    if (const DWORD error = GetLastError(); error != ERROR_NO_MORE_FILES) {
+    // The root of an empty volume has no entry at all, not even its own.
+    if (const DWORD error = GetLastError();
+        error != ERROR_NO_MORE_FILES && error != ERROR_FILE_NOT_FOUND) {
         raise("cannot list the folder", folder, error);
     }
     return result;
