@@ -1,6 +1,7 @@
 #include "app/ChildProgram.h"
 
 #include <QDeadlineTimer>
+#include <QDir>
 #include <QFileInfo>
 #include <chrono>
 
@@ -16,6 +17,9 @@ constexpr auto kLongestEnd = 500ms; // for all of them together
 
 QString fileOf(const QString &program)
 {
+    if (QDir::isAbsolutePath(program)) {
+        return program;
+    }
     const auto file = platform::findOnPath(program.toStdString());
     return file ? QFileInfo(*file).filePath() : QString(); // the path may be no valid text
 }

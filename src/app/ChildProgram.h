@@ -9,7 +9,7 @@
 namespace childprogram {
 
 // The file on PATH; empty, which fails to start, when there is none. A bare name would also be looked for in the current
-// folder and beside this program.
+// folder and beside this program. A complete path, which names one file only, stays as it is.
 QString fileOf(const QString &program);
 
 QStringList argumentsOf(const platform::CommandLine &command);

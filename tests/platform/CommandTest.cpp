@@ -94,6 +94,13 @@ TEST_F(CommandTest, findsTheFirstOnPath)
     EXPECT_FALSE(platform::findOnPath("").has_value());
 }
 
+TEST_F(CommandTest, endingMayBeGiven)
+{
+    const fs::path tool = plant("one", "tool");
+    setPath({root / "one"});
+    EXPECT_EQ(platform::findOnPath(tool.filename().string()), tool);
+}
+
 #ifndef VELTRA_ON_WINDOWS
 TEST_F(CommandTest, passesOverWhatCannotBeRun)
 {

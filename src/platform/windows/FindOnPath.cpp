@@ -3,6 +3,7 @@
 #include "platform/windows/Wide.h"
 
 #include <algorithm>
+#include <cwchar>
 #include <windows.h>
 
 namespace platform {
@@ -28,8 +29,10 @@ bool isFile(const std::filesystem::path &path)
 std::optional<std::filesystem::path> programIn(const std::filesystem::path &folder,
                                                const std::wstring &name)
 {
+    const std::wstring given = std::filesystem::path(name).extension();
     for (const wchar_t *extension : {L".exe", L".com"}) {
-        const auto file = folder / (name + extension);
+        const bool isComplete = _wcsicmp(given.c_str(), extension) == 0;
+        const auto file = folder / (isComplete ? name : name + extension);
         if (isFile(file)) {
             return file;
         }
