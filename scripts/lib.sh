@@ -23,6 +23,7 @@ packages_windows() { echo g++-mingw-w64-x86-64-posix dpkg-dev googletest; }
 packages_wine() { echo wine wine64; }
 packages_package_windows() { echo nsis zip unzip xclip; }
 packages_package_debian() { echo dpkg-dev lintian appstream desktop-file-utils man-db; }
+packages_cache() { echo ccache; }
 packages_icons() { echo librsvg2-bin icoutils; }
 
 is_installed() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q '^install ok installed$'; }
@@ -47,6 +48,14 @@ ensure_packages() {
             apt-get install -y -qq --no-install-recommends "$name" >/dev/null \
             || die "package '$name' could not be installed"
     done
+}
+
+# use_compiler_cache: from here on, what was compiled before, in whichever checkout, is not compiled again.
+use_compiler_cache() {
+    # shellcheck disable=SC2046
+    ensure_packages $(packages_cache)
+    export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
+    export CCACHE_DIR=$veltra_cache/ccache CCACHE_MAXSIZE=5G CCACHE_BASEDIR=$veltra_root CCACHE_NOHASHDIR=1
 }
 
 # configure_and_build PRESET [TARGET...]: configures once, then lets the build tool decide what is out of date.
