@@ -1,7 +1,6 @@
 #include "app/MainWindow.h"
 
 #include "app/PerformanceMode.h"
-#include "core/OptimizerCore.h"
 #include "monitor/ProcessWatcherWidget.h"
 #include "pcconfig/PCConfigPage.h"
 #include "ui/AnimatedNav.h"
@@ -67,8 +66,9 @@ QToolButton *createTitleButton(QWidget *parent,
     button->setAccessibleName(description);
     button->setFixedSize(kTitleButtonSize);
     button->setCursor(Qt::PointingHandCursor);
-    // Tool buttons have a padding that leaves no room for a glyph in a button this small.
-    button->setStyleSheet(QStringLiteral("padding: 0px;"));
+    // Tool buttons have a padding that leaves no room for a glyph in a button this small. A press still dips by 1 px.
+    button->setStyleSheet(QStringLiteral(
+        "QToolButton { padding: 0px; } QToolButton:pressed { padding: 0px; padding-top: 1px; }"));
     return button;
 }
 
@@ -101,7 +101,7 @@ MainWindow::MainWindow(QWidget *parent)
 
 MainWindow::~MainWindow()
 {
-    OptimizerCore::setToastCallback({});
+    releaseToastBridge();
     endWebQueries();
     releaseRunningCommands();
 }

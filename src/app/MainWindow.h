@@ -64,12 +64,18 @@ public:
     explicit MainWindow(QWidget *parent = nullptr);
     ~MainWindow() override;
 
+    // The left button drags the window by its title bar.
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
     // Appends "[hh:mm:ss] message" to both log views, as plain text. Lost silently before the views exist.
     void log(const QString &message);
 
-    // Writes the history to a text file (UTF-8), replacing it, and logs how that went.
+    // Writes the history to a text file (UTF-8), replacing it, and logs whether it could be opened; whether all of it found
+    // room is not checked.
     void exportLogsTo(const QString &path);
 
     // One line of the log, and a failed toast, for what escaped a handler as an exception. GUI thread.
@@ -87,15 +93,8 @@ public:
                          const QStringList &arguments,
                          bool restartHint);
 
-    // Clamps `accentColor` (see theme::clampedAccent) and gives it to the style sheet, palette, font and sidebar. Does
-    // nothing before the root surface exists.
-    void applyTheme();
-
     // Rounds the window's corners off (radius 16, without smoothing).
     void updateWindowMask();
-
-    // Asks the desktop for a blur behind the window; none in low-memory mode.
-    void applyNativeAcrylic();
 
     // Makes the widget glow stronger under the cursor. Null is ignored.
     void registerHoverLift(QWidget *widget);
@@ -106,6 +105,13 @@ public:
     void applySidebarButtonMode(bool expanded, bool animate);
 
 public slots:
+    // Clamps `accentColor` (see theme::clampedAccent) and gives it to the style sheet, palette, font and sidebar. Does
+    // nothing before the root surface exists.
+    void applyTheme();
+
+    // Asks the desktop for a blur behind the window; none in low-memory mode.
+    void applyNativeAcrylic();
+
     void onNavChanged(int index);
     void onExportLogs();
     void onCleanTemp();
@@ -252,12 +258,6 @@ public:
         QVariantAnimation *widthAnimation = nullptr;
     } dormantSidebar;
 
-protected:
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
-
 private:
     void setupWindow();
     void setupSurfaces();
@@ -289,6 +289,7 @@ private:
     void applyToastPlacement();
     void queueFirstRuns();
     void setupToastBridge();
+    void releaseToastBridge();
 
     QTimer *createTimer(std::chrono::milliseconds interval, void (MainWindow::*slot)());
     struct OpeningTexts;
@@ -314,8 +315,6 @@ private:
 
     QPalette
         surfacePalette; // what every widget of the root surface is given beside the style sheet
-    bool isHoldingAccent = false;
-    std::optional<QColor> heldAccent; // the last that came in meanwhile
     QString runningAction; // what to name when it throws
     bool dragging = false;
     QPoint dragOffset; // from the window's top-left corner to the cursor, at the press

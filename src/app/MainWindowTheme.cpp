@@ -8,7 +8,6 @@
 #include <QLabel>
 #include <QRandomGenerator>
 #include <QSlider>
-#include <utility>
 
 namespace {
 
@@ -51,13 +50,14 @@ void MainWindow::applyTheme()
     }
 }
 
-// The style sheet writes the large figures in the accent colour, which the user may have made too dark to be read. Then
-// the labels have a colour of their own.
+// The style sheet writes the large figures in the highlight, which may be too dark to be read where the user made the
+// accent so. Then the labels have a colour of their own.
 void MainWindow::applyValueColor() const
 {
-    const QColor text = theme::textFor(accentColor);
+    const QColor highlight = theme::highlightFor(accentColor);
+    const QColor text = theme::textFor(highlight);
     const QString rule =
-        text == accentColor ? QString() : QStringLiteral("color: %1;").arg(text.name());
+        text == highlight ? QString() : QStringLiteral("color: %1;").arg(text.name());
     const auto labels = rootSurface->findChildren<QLabel *>(QStringLiteral("statValue"));
     for (QLabel *label : labels) {
         if (label->styleSheet() != rule) {
@@ -76,10 +76,6 @@ void MainWindow::adoptTheme(QObject *polished) const
 
 void MainWindow::setAccent(const QColor &accent)
 {
-    if (isHoldingAccent) {
-        heldAccent = accent;
-        return;
-    }
     accentColor = accent;
     applyTheme();
     if (particleCanvas != nullptr) {
@@ -118,14 +114,9 @@ void MainWindow::onRandomizeTheme()
     const int hue = random.bounded(kHues);
     const int saturation = kRandomSaturationFrom + random.bounded(kRandomSaturations);
     const int brightness = kRandomBrightnessFrom + random.bounded(kRandomBrightnesses);
-    isHoldingAccent = true; // every slider has its slot, but to dress the window once is enough
     setIfPresent(settings.hue, hue);
     setIfPresent(settings.saturation, saturation);
     setIfPresent(settings.brightness, brightness);
-    isHoldingAccent = false;
-    if (const auto chosen = std::exchange(heldAccent, std::nullopt)) {
-        setAccent(*chosen);
-    }
 }
 
 void MainWindow::onAutoColorShiftToggled(bool on)

@@ -12,6 +12,8 @@ namespace {
 constexpr int kLastPosition = DesktopToastManager::BottomCenter;
 constexpr int kInitialOffset = 16; // px
 
+const MainWindow *announcedTo = nullptr; // the core has one receiver: the window that came last
+
 QString stateLine(bool running, bool success)
 {
     if (running) {
@@ -30,6 +32,7 @@ void MainWindow::setupToasts()
 // The core announces on whatever thread it runs, with its lock held: here it is only posted.
 void MainWindow::setupToastBridge()
 {
+    announcedTo = this;
     OptimizerCore::setToastCallback(
         [this](const std::string &title, const std::string &text, bool running, bool success) {
             QMetaObject::invokeMethod(
@@ -41,6 +44,15 @@ void MainWindow::setupToastBridge()
                  success] { showActionToast(title, text, running, success, false); },
                 Qt::QueuedConnection);
         });
+}
+
+// Unless another window has taken the announcements over.
+void MainWindow::releaseToastBridge()
+{
+    if (announcedTo == this) {
+        announcedTo = nullptr;
+        OptimizerCore::setToastCallback({});
+    }
 }
 
 void MainWindow::showActionToast(

@@ -19,14 +19,16 @@ struct MemoryPressureInfo
     std::uint32_t memoryLoad = 0; // percent in use, 0 to 100
 };
 
+// Title and text in UTF-8, whether the operation is still running, whether it succeeded so far.
+using ToastCallback = std::function<void(
+    const std::string &title, const std::string &text, bool running, bool success)>;
+
 // Each operation blocks its caller, up to the limit it names; failures are return values, never dialogs. Any thread; the
 // callback is guarded by a lock, nothing else is shared.
 class OptimizerCore
 {
 public:
-    // Title and text in UTF-8, whether the operation is still running, whether it succeeded so far.
-    using ToastCallback = std::function<void(
-        const std::string &title, const std::string &text, bool running, bool success)>;
+    using ToastCallback = ::ToastCallback;
 
     // Replaces the one receiver of announcements; an empty one silences them. It is called on the operation's thread with
     // the lock held, so it must not call back into this class.

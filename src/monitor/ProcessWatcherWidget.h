@@ -22,7 +22,7 @@ class ProcessWatcherWidget : public QWidget
     Q_OBJECT
 
 public:
-    explicit ProcessWatcherWidget(QWidget *parent);
+    explicit ProcessWatcherWidget(QWidget *parent = nullptr);
 
     // Waits for the sampler's thread, but at most 1200 ms: a reading that takes longer ends without the page.
     ~ProcessWatcherWidget() override;

@@ -23,7 +23,7 @@ public:
     enum Position : int { TopRight, TopLeft, BottomRight, BottomLeft, TopCenter, BottomCenter };
     Q_ENUM(Position)
 
-    explicit DesktopToastManager(QObject *parent);
+    explicit DesktopToastManager(QObject *parent = nullptr);
     ~DesktopToastManager() override;
 
     // Any number of toasts can stand at the same time. With `autoDismiss` the toast fades out after 3200 ms, without it

@@ -27,7 +27,7 @@ public:
     };
 
     // Builds the page and collects everything once.
-    explicit PCConfigPage(QWidget *parent);
+    explicit PCConfigPage(QWidget *parent = nullptr);
 
     // A card with a row for each key, in that order, all of them "Unknown"; fills the section. The page owns the card
     // until the caller places it.

@@ -9,5 +9,5 @@ class AnimatedNav : public SidebarNav
     Q_OBJECT
 
 public:
-    explicit AnimatedNav(QWidget *parent);
+    explicit AnimatedNav(QWidget *parent = nullptr);
 };

@@ -13,7 +13,7 @@ class GlassCard : public SurfaceFrame
     Q_PROPERTY(double hoverProgress MEMBER hoverProgress WRITE setHoverProgress)
 
 public:
-    explicit GlassCard(QWidget *parent);
+    explicit GlassCard(QWidget *parent = nullptr);
 
     // 0 at rest to 1 fully hovered; stored clamped. Also moves blur (18 to 32) and alpha (38 to 108) of the shadow.
     void setHoverProgress(double progress);
@@ -21,7 +21,6 @@ public:
     // Runs from the present progress to `target` in 190 ms.
     void animateTo(double target);
 
-protected:
     void paintEvent(QPaintEvent *event) override;
     void enterEvent(QEnterEvent *event) override;
     void leaveEvent(QEvent *event) override;

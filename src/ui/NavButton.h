@@ -18,7 +18,7 @@ class NavButton : public QWidget
     Q_PROPERTY(double textOpacity MEMBER textOpacity WRITE setTextOpacity)
 
 public:
-    NavButton(const QString &labelText, const QIcon &labelIcon, QWidget *parent);
+    NavButton(const QString &labelText, const QIcon &labelIcon, QWidget *parent = nullptr);
 
     QString label() const { return text; }
     QIcon labelIcon() const { return icon; }
@@ -40,10 +40,6 @@ public:
 
     QSize sizeHint() const override;
 
-signals:
-    void clicked();
-
-protected:
     void enterEvent(QEnterEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
@@ -53,6 +49,9 @@ protected:
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+
+signals:
+    void clicked();
 
 private:
     QRectF bodyRect() const;

@@ -12,7 +12,7 @@ class PageTransitions : public QObject
     Q_OBJECT
 
 public:
-    explicit PageTransitions(QObject *parent);
+    explicit PageTransitions(QObject *parent = nullptr);
 
     // Makes `index` the current page and plays its entrance, also when it was current already. A null stack, or an index
     // that it does not have, does nothing.

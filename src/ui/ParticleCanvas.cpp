@@ -5,6 +5,7 @@
 #include <QRandomGenerator>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -73,6 +74,12 @@ void ParticleCanvas::advance()
 
 void ParticleCanvas::updateDots()
 {
+    if (std::exchange(lastEnabled, enabled) != enabled
+        || std::exchange(lastOutline, frameOutline) != frameOutline) {
+        coveredByDots = rect(); // whoever wrote these left the repaint to this tick
+        update();
+        return;
+    }
     if (!enabled) {
         update(QRect(0, 0, 1, 1)); // nothing moves
         return;

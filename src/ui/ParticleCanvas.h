@@ -26,7 +26,7 @@ public:
         double phase = 0; // radians, drives the twinkle
     };
 
-    explicit ParticleCanvas(QWidget *parent);
+    explicit ParticleCanvas(QWidget *parent = nullptr);
 
     // Throws all dots away and makes `count` new ones, somewhere in the present size.
     void initParticles();
@@ -35,7 +35,8 @@ public:
     // Does nothing while disabled or without a size.
     void advance();
 
-    // Asks for a repaint of no more than what the dots covered when this was last called, and cover now.
+    // Asks for a repaint of no more than what the dots covered when this was last called, and cover now; of everything when
+    // `enabled` or `frameOutline` was written since.
     void updateDots();
 
     // Written by the owner; a repaint is its business.
@@ -48,7 +49,6 @@ public:
     bool frameOutline = false;
     QColor accentColor; // invalid: a light blue of the canvas's own
 
-protected:
     void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
@@ -70,6 +70,8 @@ private:
     QColor particleColor() const;
 
     QRegion coveredByDots; // where dots may stand painted since the last tick
+    bool lastEnabled = true; // at the last tick
+    bool lastOutline = false;
     Recipe recipe;
     QImage backdrop; // glows and grid
     QImage picture; // the same with the dots

@@ -15,7 +15,7 @@ class SidebarGlow : public QWidget
     Q_OBJECT
 
 public:
-    explicit SidebarGlow(QWidget *parent);
+    explicit SidebarGlow(QWidget *parent = nullptr);
 
     QPointF center() const { return position; }
     double currentStrength() const { return strength; } // 0 to 1
@@ -24,11 +24,10 @@ public:
     void setActive(bool active);
     void setAccentColor(const QColor &color); // light blue until it is set
 
+    void paintEvent(QPaintEvent *event) override;
+
 public slots:
     void tick(); // one step
-
-protected:
-    void paintEvent(QPaintEvent *event) override;
 
 private:
     void startTimer();

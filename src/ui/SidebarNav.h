@@ -24,7 +24,7 @@ class SidebarNav : public SurfaceFrame
     Q_PROPERTY(double spotlightAlpha MEMBER spotlightAlpha WRITE setSpotlightAlpha)
 
 public:
-    explicit SidebarNav(QWidget *parent);
+    explicit SidebarNav(QWidget *parent = nullptr);
 
     const QList<NavButton *> &items() const { return buttons; }
     int current() const { return currentIndex; }
@@ -45,15 +45,14 @@ public:
     // Moves the bar to the current page's button: sliding, or at once (which ends a slide that is under way).
     void updateIndicatorTarget(bool animate);
 
-signals:
-    void navSelected(int index);
-
-protected:
     void enterEvent(QEnterEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+
+signals:
+    void navSelected(int index);
 
 private:
     void setupLayout();

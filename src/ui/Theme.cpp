@@ -90,17 +90,16 @@ QColor readableOn(const QColor &background)
     return luminance(background) > kEqualContrast ? Qt::black : Qt::white;
 }
 
-QColor textFor(const QColor &accent)
+QColor textFor(const QColor &color)
 {
     constexpr double kReadableOnCards = 0.32;
     constexpr float kStep = 0.04F; // of the way to white
-    QColor text = accent;
+    QColor text = color;
     for (float white = kStep; luminance(text) < kReadableOnCards && white < 1; white += kStep) {
         const auto mixed = [white](float part) {
             return part + (1 - part) * white;
         };
-        text =
-            QColor::fromRgbF(mixed(accent.redF()), mixed(accent.greenF()), mixed(accent.blueF()));
+        text = QColor::fromRgbF(mixed(color.redF()), mixed(color.greenF()), mixed(color.blueF()));
     }
     return text;
 }

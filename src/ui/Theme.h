@@ -30,8 +30,8 @@ QColor highlightFor(const QColor &accent);
 // luminance of sRGB, with the threshold at which both contrast alike.
 QColor readableOn(const QColor &background);
 
-// The accent, where text of its colour reads at 4.5 to 1 on the dark cards; otherwise mixed with as much white as that takes.
-QColor textFor(const QColor &accent);
+// The colour itself, where text of it reads at 4.5 to 1 on the dark cards; otherwise mixed with as much white as that takes.
+QColor textFor(const QColor &color);
 
 // The style sheet with its six placeholders, and filled for an accent.
 QString styleSheetTemplate();

@@ -14,7 +14,7 @@ class QVariantAnimation;
 class TiltCard : public QWidget
 {
 public:
-    explicit TiltCard(QWidget *parent);
+    explicit TiltCard(QWidget *parent = nullptr);
 
     // Takes the widget over as a child, and shows it. Null, or the present content, changes nothing. The former content
     // stays a child, hidden, without shadow; whoever wants it elsewhere takes it. The card notices when its content is
@@ -32,7 +32,6 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
-protected:
     void enterEvent(QEnterEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;

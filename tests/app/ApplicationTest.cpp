@@ -5,8 +5,10 @@
 #include "fakes/ScriptedPlatform.h"
 
 #include <QPushButton>
+#include <QSemaphore>
 #include <QTest>
 #include <QTextEdit>
+#include <QThread>
 #include <QTimer>
 #include <stdexcept>
 
@@ -45,6 +47,29 @@ private slots:
         QCoreApplication::processEvents();
     }
 
+    void otherThreadsAreReportedOnThisOne()
+    {
+        QStringList lines;
+        QThread *reportedOn = nullptr;
+        application()->setFailureReporter([&](const QString &line) {
+            lines.append(line);
+            reportedOn = QThread::currentThread();
+        });
+        QThread thread;
+        QObject worker;
+        worker.moveToThread(&thread);
+        thread.start();
+        QSemaphore secondHandled;
+        QTimer::singleShot(0, &worker, [] { throw std::runtime_error("the reading broke off"); });
+        QTimer::singleShot(0, &worker, [&secondHandled] { secondHandled.release(); });
+        QVERIFY(secondHandled.tryAcquire(1, kLongest)); // that thread's loop goes on
+        QTRY_COMPARE(lines, QStringList{QStringLiteral("the reading broke off")});
+        QCOMPARE(reportedOn, QThread::currentThread());
+        thread.quit();
+        QVERIFY(thread.wait(kLongest));
+        application()->setFailureReporter({});
+    }
+
     void theWindowSurvivesAThrowingTick()
     {
         fakes::scriptedPlatform() = {};
@@ -63,6 +88,8 @@ private slots:
     }
 
 private:
+    static constexpr int kLongest = 10'000; // ms
+
     static Application *application() { return qobject_cast<Application *>(qApp); }
 };
 

@@ -247,7 +247,16 @@ private slots:
 
     void linesAreTheSameInBothViews()
     {
+        QList<QTextEdit *> changed;
+        for (QTextEdit *view : {window->historyLogView, window->activityLogView}) {
+            connect(view, &QTextEdit::textChanged, view, [&changed, view] {
+                if (!changed.contains(view)) {
+                    changed.append(view);
+                }
+            });
+        }
         window->log(QStringLiteral("first"));
+        QCOMPARE(changed, (QList<QTextEdit *>{window->activityLogView, window->historyLogView}));
         window->log(QStringLiteral("second"));
         QCOMPARE(window->activityLogView->toPlainText(), window->historyLogView->toPlainText());
         QCOMPARE(linesOf(window->historyLogView).size(), 3);

@@ -43,6 +43,25 @@ QGraphicsDropShadowEffect *shadowOf(const QWidget *widget)
     return qobject_cast<QGraphicsDropShadowEffect *>(widget->graphicsEffect());
 }
 
+// The pixels that differ from those of the button without its text, top to bottom.
+QList<QPoint> glyphPixels(QToolButton *button)
+{
+    const QImage with = button->grab().toImage();
+    const QString glyph = button->text();
+    button->setText(QString());
+    const QImage without = button->grab().toImage();
+    button->setText(glyph);
+    QList<QPoint> different;
+    for (int y = 0; y < with.height(); ++y) {
+        for (int x = 0; x < with.width(); ++x) {
+            if (with.pixel(x, y) != without.pixel(x, y)) {
+                different.append({x, y});
+            }
+        }
+    }
+    return different;
+}
+
 } // namespace
 
 class MainWindowTest : public QObject
@@ -125,18 +144,17 @@ private slots:
     {
         window->show();
         for (QToolButton *button : {window->minimizeButton, window->closeButton}) {
-            const QImage with = button->grab().toImage();
-            const QString glyph = button->text();
-            button->setText(QString());
-            const QImage without = button->grab().toImage();
-            button->setText(glyph);
-            int different = 0;
-            for (int y = 0; y < with.height(); ++y) {
-                for (int x = 0; x < with.width(); ++x) {
-                    different += with.pixel(x, y) != without.pixel(x, y) ? 1 : 0;
-                }
-            }
-            QVERIFY2(different >= 6, qPrintable(glyph));
+            QVERIFY2(glyphPixels(button).size() >= 6, qPrintable(button->text()));
+        }
+    }
+
+    void pressedTitleGlyphsDip()
+    {
+        window->show();
+        for (QToolButton *button : {window->minimizeButton, window->closeButton}) {
+            const int top = glyphPixels(button).constFirst().y();
+            button->setDown(true);
+            QVERIFY(glyphPixels(button).constFirst().y() > top);
         }
     }
 

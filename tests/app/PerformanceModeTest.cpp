@@ -278,6 +278,25 @@ private slots:
                  qPrintable(QString::number(perSecond)));
     }
 
+    // The property alone decides, also while the canvas can be seen.
+    void tickWithoutPerformanceDoesNothing()
+    {
+        showAtRest(MainWindow::SettingsPage);
+        QWidget *canvas = window->particleCanvas;
+        canvas->setGeometry(0, 0, 300, 200);
+        QCoreApplication::processEvents();
+        window->setProperty("perfMode", 0);
+        PaintCounter all(canvas);
+        window->tickParticles();
+        QCoreApplication::processEvents();
+        QCOMPARE(canvas->size(), QSize(300, 200));
+        QCOMPARE(all.paints, 0);
+        window->setProperty("perfMode", 1);
+        window->tickParticles();
+        QCOMPARE(canvas->size(), window->rootSurface->size());
+        QTRY_VERIFY(all.paints > 0);
+    }
+
     void nothingIsPaintedAtRest()
     {
         showAtRest(MainWindow::SettingsPage);

@@ -91,6 +91,20 @@ private slots:
         QCOMPARE(window->actionProgress->value(), 0);
     }
 
+    // The core announces to the window that came last, also when the one before it goes later.
+    void announcementsOutliveAnEarlierWindow()
+    {
+        auto later = std::make_unique<MainWindow>(nullptr);
+        window = std::move(later);
+        OptimizerCore::emptyRecycleBin();
+        QTRY_COMPARE(probes::toasts().size(), 2);
+        window.reset();
+        OptimizerCore::emptyRecycleBin(); // nobody listens
+        window = std::make_unique<MainWindow>(nullptr);
+        QCoreApplication::processEvents();
+        QCOMPARE(probes::toasts().size(), 0);
+    }
+
     void everythingOnThePageFits()
     {
         window->onNavChanged(MainWindow::CleanerPage);

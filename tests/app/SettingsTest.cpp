@@ -21,6 +21,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <limits>
 #include <memory>
 
 namespace {
@@ -59,15 +60,21 @@ public:
     int applied = 0;
 };
 
-DesktopToast *toast()
+QList<DesktopToast *> toasts()
 {
+    QList<DesktopToast *> found;
     const auto windows = QApplication::topLevelWidgets();
     for (QWidget *window : windows) {
-        if (auto *found = qobject_cast<DesktopToast *>(window)) {
-            return found;
+        if (auto *toast = qobject_cast<DesktopToast *>(window)) {
+            found.append(toast);
         }
     }
-    return nullptr;
+    return found;
+}
+
+DesktopToast *toast()
+{
+    return toasts().value(0);
 }
 
 } // namespace
@@ -293,15 +300,18 @@ private slots:
         }
     }
 
-    void randomThemeDressesTheWindowOnce()
+    void randomThemeDressesTheWindowForEachSlider()
     {
         const auto &settings = window->settings;
         for (int i = 0; i < 5; ++i) {
-            settings.hue->setValue(0);
             settings.saturation->setValue(0); // out of the random range, so that it changes
+            const int hue = settings.hue->value();
+            const int brightness = settings.brightness->value();
             ThemeCounter counter;
             settings.randomize->click();
-            QCOMPARE(counter.applied, 1);
+            const int moved = 1 + (settings.hue->value() != hue ? 1 : 0)
+                + (settings.brightness->value() != brightness ? 1 : 0);
+            QCOMPARE(counter.applied, moved);
             QVERIFY(settings.saturation->value() > 0);
         }
     }
@@ -319,12 +329,42 @@ private slots:
         QCOMPARE(shown->pos(), QPoint(screen.right() - shown->width() - 50, screen.top() + 70));
         settings.notifications->setCurrentIndex(1);
         QCOMPARE(shown->pos(), QPoint(screen.left() + 50, screen.top() + 70));
-        for (const int index : {5, 9}) {
-            window->onNotifPositionChanged(index);
-            QCOMPARE(shown->y(), screen.bottom() - shown->height() - 70);
+    }
+
+    // Two toasts: only so can be seen which way they are stacked.
+    void placesBeyondTheListAreItsEnds_data()
+    {
+        QTest::addColumn<int>("index");
+        QTest::addColumn<int>("same");
+        QTest::newRow("-1") << -1 << 0;
+        QTest::newRow("smallest") << std::numeric_limits<int>::min() << 0;
+        QTest::newRow("9") << 9 << 5;
+        QTest::newRow("largest") << std::numeric_limits<int>::max() << 5;
+    }
+
+    void placesBeyondTheListAreItsEnds()
+    {
+        QFETCH(int, index);
+        QFETCH(int, same);
+        for (const char *title : {"first", "second"}) {
+            window->toastManager->showToast(QLatin1String(title), {}, {}, true, false);
         }
-        window->onNotifPositionChanged(-1);
-        QCOMPARE(shown->x(), screen.right() - shown->width() - 50);
+        const QList<DesktopToast *> shown = toasts();
+        const auto places = [this, &shown](int chosen) {
+            window->onNotifPositionChanged(DesktopToastManager::TopCenter); // comes from elsewhere
+            window->onNotifPositionChanged(chosen);
+            QList<QPoint> found;
+            for (const DesktopToast *toast : shown) {
+                found.append(toast->pos());
+            }
+            return found;
+        };
+        const auto expected = places(same);
+        QCOMPARE(expected.size(), 2);
+        QCOMPARE(places(index), expected);
+        for (int other = 0; other < 6; ++other) {
+            QVERIFY(other == same || places(other) != expected);
+        }
     }
 
     void slotsWithoutTheirTargets()

@@ -15,7 +15,32 @@ namespace {
 
 int failures = 0;
 bool waitedDuringConstruction = false;
+bool waitedUntilDressed = false;
+bool isGoneWhenShown = false;
 bool reachedTheLoop = false;
+
+bool isWaiting()
+{
+    const QCursor *cursor = QGuiApplication::overrideCursor();
+    return cursor != nullptr && cursor->shape() == Qt::WaitCursor;
+}
+
+// Looks at the cursor at the end of the construction, when the window is given its look, and when it is shown.
+class Watcher : public QObject
+{
+public:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::StyleChange
+            && watched->objectName() == QLatin1String("rootSurface")) {
+            waitedUntilDressed = isWaiting();
+        }
+        if (event->type() == QEvent::Show && qobject_cast<MainWindow *>(watched) != nullptr) {
+            isGoneWhenShown = QGuiApplication::overrideCursor() == nullptr;
+        }
+        return false;
+    }
+};
 
 void check(bool condition, const char *what)
 {
@@ -47,9 +72,10 @@ void inspectAndClose()
 void plan()
 {
     fakes::scriptedPlatform().onDiskName = [] {
-        const QCursor *cursor = QGuiApplication::overrideCursor();
-        waitedDuringConstruction = cursor != nullptr && cursor->shape() == Qt::WaitCursor;
+        waitedDuringConstruction = isWaiting();
     };
+    static Watcher watcher;
+    qApp->installEventFilter(&watcher);
     QTimer::singleShot(0, qApp, inspectAndClose);
 }
 
@@ -66,6 +92,8 @@ int main()
     const int result = qMain(3, arguments.data());
     check(reachedTheLoop, "the event loop ran");
     check(waitedDuringConstruction, "a wait cursor during construction");
+    check(waitedUntilDressed, "a wait cursor until the window has its look");
+    check(isGoneWhenShown, "no wait cursor when the window is shown");
     check(result == 0, "exit code 0 after a normal close");
     return failures == 0 ? 0 : 1;
 }

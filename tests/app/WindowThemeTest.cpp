@@ -86,6 +86,37 @@ private slots:
         QCOMPARE(window->particleCanvas->accentColor, canvas); // the canvas is not its business
     }
 
+    // The large figures: in the highlight, unless that is too dark to be read.
+    void figuresAreInTheHighlight_data()
+    {
+        QTest::addColumn<QColor>("accent");
+        QTest::addColumn<bool>("readable");
+        QTest::newRow("initial") << QColor::fromHsv(205, 133, 255) << true;
+        QTest::newRow("less bright") << QColor::fromHsv(205, 133, 200) << true;
+        QTest::newRow("red") << QColor::fromHsv(0, 160, 255) << true;
+        QTest::newRow("deep blue") << QColor::fromHsv(240, 255, 255) << false;
+        QTest::newRow("darkest") << QColor::fromHsv(240, 255, 90) << false;
+    }
+
+    void figuresAreInTheHighlight()
+    {
+        QFETCH(QColor, accent);
+        QFETCH(bool, readable);
+        window->show();
+        window->accentColor = accent;
+        window->applyTheme();
+        const QColor highlight = theme::highlightFor(accent);
+        const QList<QLabel *> figures =
+            window->rootSurface->findChildren<QLabel *>(QStringLiteral("statValue"));
+        QCOMPARE(figures.size(), 7);
+        for (QLabel *figure : figures) {
+            figure->ensurePolished();
+            const QColor shown = figure->palette().color(QPalette::WindowText);
+            QCOMPARE(shown.rgb() == highlight.rgb(), readable);
+            QVERIFY(contrast(shown, QColor(28, 36, 58)) >= 4.5);
+        }
+    }
+
     void applyThemeWithoutItsWidgets()
     {
         QWidget *root = std::exchange(window->rootSurface, nullptr);
