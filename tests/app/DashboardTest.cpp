@@ -5,6 +5,7 @@
 #include "fakes/ScriptedWebQuery.h"
 
 #include <QElapsedTimer>
+#include <QGridLayout>
 #include <QLabel>
 #include <QLocale>
 #include <QProgressBar>
@@ -63,12 +64,46 @@ private slots:
         QCOMPARE(fakes::scriptedPlatform().memoryQueries, 0);
     }
 
+    void theCardsAreBuiltAsDesigned()
+    {
+        const auto &page = window->dashboard;
+        const auto *grid = page.page->findChild<QGridLayout *>();
+        QCOMPARE(grid->contentsMargins(), QMargins());
+        QCOMPARE(grid->horizontalSpacing(), 16);
+        QCOMPARE(grid->verticalSpacing(), 16);
+        const QList<QPair<QLabel *, QProgressBar *>> cards{{page.ramValue, page.ramBar},
+                                                           {page.diskValue, page.diskBar}};
+        for (int column = 0; column < 2; ++column) {
+            QCOMPARE(grid->columnStretch(column), 1);
+            const QWidget *card = grid->itemAtPosition(0, column)->widget();
+            QCOMPARE(cards[column].first->parentWidget(), card);
+            const int value = card->layout()->indexOf(cards[column].first);
+            QVERIFY(value >= 0 && value < card->layout()->indexOf(cards[column].second));
+        }
+        QStringList texts;
+        const auto labels = page.page->findChildren<QLabel *>();
+        for (const QLabel *label : labels) {
+            texts.append(label->text());
+        }
+        QVERIFY(texts.contains(QStringLiteral("RAM")));
+        const auto head = texts.indexOf(QStringLiteral(
+            "Premium safe optimizer: live system stats and trusted maintenance actions only."));
+        QVERIFY(head >= 0 && labels.at(head)->wordWrap());
+    }
+
     void firstFiguresComeBySelf()
     {
+        int queriesAtTheFirstTick = 0;
+        connect(window->timers.statistics, &QTimer::timeout, this, [&queriesAtTheFirstTick] {
+            if (queriesAtTheFirstTick == 0) {
+                queriesAtTheFirstTick = fakes::scriptedPlatform().memoryQueries;
+            }
+        });
         window->show();
         QTRY_COMPARE(fakes::scriptedPlatform().memoryQueries, 1); // after 80 ms
         QVERIFY(window->dashboard.ramValue->text() != QLatin1String("--"));
         QTRY_VERIFY_WITH_TIMEOUT(fakes::scriptedPlatform().memoryQueries >= 3, 4000);
+        QCOMPARE(queriesAtTheFirstTick, 2); // the tick's own, and the one before
         QCOMPARE(fakes::scriptedPlatform().diskQueries, fakes::scriptedPlatform().memoryQueries);
     }
 
