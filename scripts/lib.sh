@@ -24,7 +24,7 @@ packages_wine() { echo wine wine64; }
 packages_package_windows() { echo nsis zip unzip xclip; }
 packages_package_debian() { echo dpkg-dev lintian appstream desktop-file-utils man-db; }
 packages_cache() { echo ccache; }
-packages_icons() { echo librsvg2-bin icoutils; }
+packages_icons() { echo librsvg2-bin icoutils imagemagick; }
 
 is_installed() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q '^install ok installed$'; }
 

@@ -39,6 +39,7 @@ VIAddVersionKey "LegalCopyright" "Copyright (C) ${PUBLISHER}"
 
 !define MUI_ICON "veltra.ico"
 !define MUI_UNICON "veltra.ico"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "installer.bmp"
 !define MUI_ABORTWARNING
 !define MUI_FINISHPAGE_RUN "$INSTDIR\${PROGRAM}"
 !insertmacro MUI_PAGE_LICENSE "${STAGE}\LICENSE.txt"
