@@ -15,7 +15,8 @@
 
 void MainWindow::setupLogsPage()
 {
-    auto *page = new ScrollPage(pageStack);
+    auto *page = new QWidget(pageStack);
+    QVBoxLayout *cards = createCardLayout(page);
     logsPage = page;
     GlassCard *card = createGlassCard(page, QStringLiteral("Logs / History"));
     auto *layout = qobject_cast<QVBoxLayout *>(card->layout());
@@ -23,7 +24,7 @@ void MainWindow::setupLogsPage()
     layout->addWidget(historyLogView, 1);
     exportLogsButton = new QPushButton(QStringLiteral("Export Logs"), card);
     layout->addWidget(exportLogsButton, 0);
-    page->contentLayout()->addWidget(card, 1);
+    cards->addWidget(card, 1);
     applyGlow(exportLogsButton, standardGlowColor(), kStandardGlowRadius);
     connect(exportLogsButton, &QPushButton::clicked, this, &MainWindow::onExportLogs);
 }

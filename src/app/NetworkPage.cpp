@@ -30,7 +30,8 @@ QString oneDecimal(double value)
 
 void MainWindow::setupNetworkPage()
 {
-    auto *page = new ScrollPage(pageStack);
+    auto *page = new QWidget(pageStack);
+    QVBoxLayout *cards = createCardLayout(page);
     network.page = page;
     GlassCard *card = createGlassCard(page, QStringLiteral("Network Center"));
     network.ping = new QLabel(QStringLiteral("Ping: -- ms"), card);
@@ -46,8 +47,8 @@ void MainWindow::setupNetworkPage()
     buttons->addWidget(network.flushDns);
     buttons->addWidget(network.reset);
     layout->addLayout(buttons);
-    page->contentLayout()->addWidget(card);
-    page->contentLayout()->addStretch(1);
+    cards->addWidget(card);
+    cards->addStretch(1);
     applyGlow(card, standardGlowColor(), kGlowRadius);
 
     connect(network.flushDns, &QPushButton::clicked, this, &MainWindow::onFlushDns);

@@ -85,7 +85,8 @@ void showMatchingRows(QTableWidget *table, const QString &text)
 
 void MainWindow::setupStartupPage()
 {
-    auto *page = new ScrollPage(pageStack);
+    auto *page = new QWidget(pageStack);
+    QVBoxLayout *cards = createCardLayout(page);
     startup.page = page;
     GlassCard *card = createGlassCard(page, QStringLiteral("Startup Manager"));
     auto *layout = qobject_cast<QVBoxLayout *>(card->layout());
@@ -108,7 +109,7 @@ void MainWindow::setupStartupPage()
     startup.openSettings = new QPushButton(QStringLiteral("Open Startup Apps Settings"), card);
     layout->addWidget(startup.openSettings);
     applyGlow(card, standardGlowColor(), kStandardGlowRadius);
-    page->contentLayout()->addWidget(card, 1);
+    cards->addWidget(card, 1);
 
     connect(startup.search,
             &QLineEdit::textChanged,

@@ -8,6 +8,14 @@ constexpr int kCardSpacing = 16;
 
 } // namespace
 
+QVBoxLayout *createCardLayout(QWidget *page)
+{
+    auto *layout = new QVBoxLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(kCardSpacing);
+    return layout;
+}
+
 ScrollPage::ScrollPage(QWidget *parent)
     : QScrollArea(parent)
 {
@@ -17,9 +25,7 @@ ScrollPage::ScrollPage(QWidget *parent)
     setFocusPolicy(Qt::NoFocus);
 
     auto *content = new QWidget(this);
-    auto *layout = new QVBoxLayout(content);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(kCardSpacing);
+    createCardLayout(content);
     setWidget(content);
     content->setAutoFillBackground(false); // setWidget() switched it on
     viewport()->setAutoFillBackground(false);

@@ -3,12 +3,12 @@
 #include "app/WindowProbes.h"
 #include "fakes/ScriptedPlatform.h"
 #include "ui/GlassCard.h"
-#include "ui/ScrollPage.h"
 
 #include <QAccessible>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QStackedWidget>
 #include <QTableWidget>
 #include <QVBoxLayout>
 #include <memory>
@@ -43,10 +43,10 @@ private slots:
 
     void cardIsBuiltAsDesigned()
     {
-        auto *page = qobject_cast<ScrollPage *>(window->startup.page);
-        QVERIFY(page != nullptr);
-        QCOMPARE(page->contentLayout()->contentsMargins(), QMargins());
-        QCOMPARE(page->contentLayout()->spacing(), 16);
+        const QWidget *page = window->startup.page;
+        QVERIFY(qobject_cast<QVBoxLayout *>(page->layout()) != nullptr);
+        QCOMPARE(page->layout()->contentsMargins(), QMargins());
+        QCOMPARE(page->layout()->spacing(), 16);
         const auto cards = page->findChildren<GlassCard *>();
         QCOMPARE(cards.size(), 1);
         const auto *layout = qobject_cast<QVBoxLayout *>(cards.constFirst()->layout());
@@ -220,9 +220,10 @@ private slots:
     {
         window->show();
         QVERIFY(QTest::qWaitForWindowExposed(window.get()));
-        auto *page = qobject_cast<ScrollPage *>(window->startup.page);
-        QVERIFY(page->widget()->height() <= page->viewport()->height());
-        QCOMPARE(page->widget()->width(), page->viewport()->width());
+        const QWidget *page = window->startup.page;
+        QCOMPARE(page->size(), window->pageStack->size());
+        const QSize needed = page->layout()->minimumSize();
+        QVERIFY(needed.width() <= page->width() && needed.height() <= page->height());
         for (int row = 0; row < table->rowCount(); ++row) {
             for (int column = 0; column < table->columnCount(); ++column) {
                 const auto *cell = table->item(row, column);
