@@ -125,15 +125,23 @@ private slots:
         makeAlike(*kept, *stock);
         const QImage expected = stock->grab().toImage();
         const QImage shown = kept->grab().toImage();
-        const int difference = largestDifference(shown, expected);
-        if (difference > 1) { // what to look at
+        const auto [largest, visible] = differenceOf(shown, expected);
+        const bool isSame =
+            largest <= kLargest && visible <= shown.width() * shown.height() / kRare;
+        if (!isSame) { // what to look at
             shown.save(QStringLiteral("page-%1-kept.png").arg(page));
             expected.save(QStringLiteral("page-%1-stock.png").arg(page));
         }
-        QVERIFY2(difference <= 1, qPrintable(QString::number(difference)));
+        QVERIFY2(isSame, qPrintable(QStringLiteral("%1, %2").arg(largest).arg(visible)));
     }
 
 private:
+    // The toolkit adds a gradient's steps up along each run of pixels: one that begins elsewhere, since only a part is
+    // painted anew, may come to the next of its 1024 colours. That happens to some dozen pixels in one of 60 pictures;
+    // all others differ by at most 1.
+    static constexpr int kLargest = 4; // of 255
+    static constexpr int kRare = 1000; // at most one pixel of so many
+
     // Frames as in life: dots move, labels change, lines come to the log.
     static void workFor(MainWindow &window, int frames)
     {
