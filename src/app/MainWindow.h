@@ -310,11 +310,13 @@ private:
     bool filterTitleBarEvent(QEvent *event);
     void liftOnHover(QObject *watched, const QEvent &event) const;
     void setAccent(const QColor &accent);
+    void dressRootSurface();
     void adoptTheme(QObject *polished) const;
     void applyValueColor() const;
 
     QPalette
         surfacePalette; // what every widget of the root surface is given beside the style sheet
+    bool isRandomizing = false; // the accent is not final yet
     QString runningAction; // what to name when it throws
     bool dragging = false;
     QPoint dragOffset; // from the window's top-left corner to the cursor, at the press

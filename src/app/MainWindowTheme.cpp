@@ -41,13 +41,21 @@ void MainWindow::applyTheme()
         return;
     }
     accentColor = theme::clampedAccent(accentColor);
+    if (!isRandomizing) {
+        dressRootSurface();
+    }
+    if (sidebar != nullptr) {
+        sidebar->setAccentColor(accentColor);
+    }
+}
+
+// By far the larger part of the work: the toolkit gives every widget of all pages its look anew.
+void MainWindow::dressRootSurface()
+{
     surfacePalette = theme::palette(accentColor);
     rootSurface->setStyleSheet(theme::styleSheet(accentColor));
     theme::adopt(rootSurface, surfacePalette);
     applyValueColor();
-    if (sidebar != nullptr) {
-        sidebar->setAccentColor(accentColor);
-    }
 }
 
 // The style sheet writes the large figures in the highlight, which may be too dark to be read where the user made the
@@ -114,9 +122,17 @@ void MainWindow::onRandomizeTheme()
     const int hue = random.bounded(kHues);
     const int saturation = kRandomSaturationFrom + random.bounded(kRandomSaturations);
     const int brightness = kRandomBrightnessFrom + random.bounded(kRandomBrightnesses);
+    // Each slider that moves applies the theme. What nobody can see in between is done once, at the end: three times would
+    // hold the window up for a tenth of a second.
+    const QColor before = accentColor;
+    isRandomizing = true;
     setIfPresent(settings.hue, hue);
     setIfPresent(settings.saturation, saturation);
     setIfPresent(settings.brightness, brightness);
+    isRandomizing = false;
+    if (rootSurface != nullptr && accentColor != before) {
+        dressRootSurface();
+    }
 }
 
 void MainWindow::onAutoColorShiftToggled(bool on)

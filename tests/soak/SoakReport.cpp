@@ -32,17 +32,14 @@ QString worst(const BlockWatch::Worst &worst)
         .arg(worst.what);
 }
 
-QString three(int start, int warm, int end)
+QString inWords(int number)
 {
-    return QStringLiteral("%1 / %2 / %3").arg(start).arg(warm).arg(end);
+    return QString::number(number);
 }
 
-QString three(double start, double warm, double end)
+QString inWords(double number)
 {
-    return QStringLiteral("%1 / %2 / %3")
-        .arg(start, 0, 'f', 1)
-        .arg(warm, 0, 'f', 1)
-        .arg(end, 0, 'f', 1);
+    return QString::number(number, 'f', 1);
 }
 
 } // namespace
@@ -79,20 +76,26 @@ void SoakRun::printBlocks() const
 
 void SoakRun::printResources() const
 {
-    row("memory in use, MiB, at start / warm / end",
-        three(atStart.residentMiB, warm.residentMiB, atEnd.residentMiB));
-    row("  shared with the display server",
-        three(atStart.sharedMiB, warm.sharedMiB, atEnd.sharedMiB));
-    row("  allocated", three(atStart.heapMiB, warm.heapMiB, atEnd.heapMiB));
-    row("open descriptors", three(atStart.descriptors, warm.descriptors, atEnd.descriptors));
-    row("  and of files of processes",
-        three(atStart.processFiles, warm.processFiles, atEnd.processFiles));
-    row("threads", three(atStart.threads, warm.threads, atEnd.threads));
-    row("resources of the display server", three(atStart.onServer, warm.onServer, atEnd.onServer));
+    const auto all = [this](const auto Resources::*figure) {
+        QStringList words;
+        for (const Resources &resources : taken) {
+            words.append(inWords(resources.*figure));
+        }
+        return words.join(QStringLiteral(" / "));
+    };
+    row("memory in use, MiB, at start and after each quarter", all(&Resources::residentMiB));
+    row("  shared with the display server", all(&Resources::sharedMiB));
+    row("  allocated", all(&Resources::heapMiB));
+    row("open descriptors", all(&Resources::descriptors));
+    row("  and of files of processes", all(&Resources::processFiles));
+    row("threads", all(&Resources::threads));
+    row("resources of the display server", all(&Resources::onServer));
 }
 
 void SoakRun::judgeGrowth()
 {
+    const Resources &warm = taken.at(1);
+    const Resources &atEnd = taken.constLast();
     const double growth =
         std::max(atEnd.residentMiB - warm.residentMiB, atEnd.heapMiB - warm.heapMiB);
     if (growth > kMostGrowth) {

@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 constexpr auto kBetweenSteps = 60ms;
 constexpr auto kUntilQuiet =
     4500ms; // longer than a toast stands, than a command runs and than a reading takes
-constexpr int kWarmUpShare = 4; // of the whole run
+constexpr int kQuarters = 4;
 
 } // namespace
 
@@ -32,7 +32,7 @@ SoakRun::SoakRun(MainWindow &soaked, BlockWatch &watching, std::chrono::seconds 
 
 void SoakRun::start()
 {
-    atStart = Resources::now();
+    taken = {Resources::now()};
     clock.start();
     wallClock.start();
     startStorm();
@@ -44,22 +44,20 @@ void SoakRun::go()
     if (QApplication::activeModalWidget() != nullptr || walk.isPressing()) {
         return; // one thing after the other
     }
-    const auto gone = std::chrono::milliseconds(clock.elapsed());
-    if (!isWarm && gone > length / kWarmUpShare) {
-        settle([this] {
-            isWarm = true;
-            warm = Resources::now();
-            startStorm();
-            stepping.start();
-        });
-    } else if (gone > length) {
-        settle([this] {
-            atEnd = Resources::now();
-            QCoreApplication::quit();
-        });
-    } else {
+    if (std::chrono::milliseconds(clock.elapsed()) <= length / kQuarters) {
         walk.step();
+        return;
     }
+    settle([this] {
+        taken.append(Resources::now());
+        if (taken.size() > kQuarters) {
+            QCoreApplication::quit();
+            return;
+        }
+        startStorm();
+        clock.start();
+        stepping.start();
+    });
 }
 
 // Lets everything come to its end, checks the log, and throws away what a user could throw away.

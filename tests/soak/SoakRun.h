@@ -7,6 +7,7 @@
 #include "soak/Walk.h"
 
 #include <QElapsedTimer>
+#include <QList>
 #include <QProcess>
 #include <QStringList>
 #include <chrono>
@@ -40,13 +41,10 @@ private:
     ClockCheck wallClock;
     FigureCheck figures;
     std::chrono::seconds length;
-    QElapsedTimer clock;
+    QElapsedTimer clock; // of this quarter
     QTimer stepping;
     QProcess storm;
     QStringList complaints;
     QStringList stormRates; // processes a second
-    bool isWarm = false;
-    Resources atStart;
-    Resources warm;
-    Resources atEnd;
+    QList<Resources> taken; // at the start and after each quarter of the time, in the same state
 };
