@@ -11,7 +11,6 @@
 #include <array>
 #include <chrono>
 #include <functional>
-#include <optional>
 
 class AnimatedNav;
 class DesktopToastManager;

@@ -9,8 +9,9 @@ class QVBoxLayout;
 // whatever room they get.
 QVBoxLayout *createCardLayout(QWidget *page);
 
-// A page whose content scrolls when it is taller than the room it gets. The window keeps its size whatever its pages hold: the content's minimum size stops here. Frameless and transparent,
-// so that nothing of it is seen until a scroll bar is needed.
+// A page whose content scrolls when it is taller than the room it gets. The window keeps its size whatever its pages hold:
+// the content's minimum size stops here. Frameless and transparent, so that nothing of it is seen until a scroll bar is
+// needed.
 class ScrollPage : public QScrollArea
 {
     Q_OBJECT
